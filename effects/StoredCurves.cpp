@@ -2,10 +2,15 @@
 
 #include "effects/CurveShapes.h"
 
+#include <bit>
+
+// The files are embedded as they are.
+static_assert(std::endian::native == std::endian::little);
+
 // Placed by StoredCurves.S.
 extern "C" {
-extern const Grimworks::CurvePoints thudforgeCurvePublicEnemy;
-extern const Grimworks::CurvePoints thudforgeCurveThrashcore;
+[[gnu::visibility("hidden")]] extern const Grimworks::CurvePoints thudforgeCurvePublicEnemy;
+[[gnu::visibility("hidden")]] extern const Grimworks::CurvePoints thudforgeCurveThrashcore;
 }
 
 namespace Grimworks {

@@ -1,19 +1,16 @@
 // Draws the two stored transfer curves, "Public Enemy by O:MAR" and "QRX Thrashcore", into data/curves.
 //
-//     g++ -std=c++20 -ffp-contract=off -I. -o /tmp/draw_curves tools/draw_curves.cpp
-//     /tmp/draw_curves data/curves
+//     draw_curves data/curves
 //
 // Each curve runs through fixed anchor points with rounded flanks between them and carries teeth that vanish
 // at the anchors. Only the four basic operations are used, so the files come out the same everywhere.
 
 #include "core/Limits.h"
 #include "core/Maths.h"
+#include "tools/RawTable.h"
 
 #include <array>
-#include <bit>
-#include <cstdint>
 #include <cstdio>
-#include <fstream>
 #include <span>
 #include <string>
 
@@ -21,7 +18,7 @@ namespace {
 
 using Grimworks::Clamp;
 using Grimworks::kCurvePoints;
-using Points = std::array<double, kCurvePoints>;
+using Points = Drawing::Table;
 
 struct Anchor {
     int entry;
@@ -69,7 +66,7 @@ double Between(const Anchor& from, const Anchor& to, int entry, const Sketch& sk
 }
 
 Points Draw(const Sketch& sketch) {
-    Points points{};
+    Points points(kCurvePoints);
     for (std::size_t a = 0; a + 1 < sketch.anchors.size(); ++a) {
         const Anchor& from = sketch.anchors[a];
         const Anchor& to = sketch.anchors[a + 1];
@@ -80,17 +77,6 @@ Points Draw(const Sketch& sketch) {
     for (int entry = sketch.quietFirst; entry <= sketch.quietLast; ++entry)
         points[static_cast<std::size_t>(entry)] = 0.0;
     return points;
-}
-
-bool Write(const std::string& path, const Points& points) {
-    std::ofstream file(path, std::ios::binary);
-    for (const double point : points) {
-        const auto bits = std::bit_cast<std::uint64_t>(point);
-        for (unsigned byte = 0; byte < 8; ++byte)
-            file.put(static_cast<char>(bits >> (8U * byte) & 0xffU));
-    }
-    file.close();
-    return file.good();
 }
 
 } // namespace
@@ -104,9 +90,7 @@ int main(int argc, char** argv) {
     // Silence must stay silent under the first: it is flat around the centre.
     const Points enemy = Draw({kPublicEnemy, 3, 0.16, 0.99, 252, 259});
     const Points thrash = Draw({kThrashcore, 5, 0.1, 0.9817, 0, -1});
-    if (!Write(directory + "/public-enemy.raw", enemy) || !Write(directory + "/thrashcore.raw", thrash)) {
-        std::fprintf(stderr, "draw_curves: cannot write to %s\n", directory.c_str());
-        return 1;
-    }
-    return 0;
+    const bool written = Drawing::WriteRaw(directory + "/public-enemy.raw", enemy) &&
+                         Drawing::WriteRaw(directory + "/thrashcore.raw", thrash);
+    return written ? 0 : 1;
 }
