@@ -2,6 +2,8 @@
 
 #include "core/Choice.h"
 
+#include <algorithm>
+
 namespace Grimworks {
 
 const LfoWave& LfoWaveOf(int index) {
@@ -34,6 +36,25 @@ void Modulator::SetFrequency(double hz) {
 void Modulator::SetMode(double value) {
     mode = ClampedChoice(value, static_cast<int>(kLfoWaves.size()) - 1);
     polarity = LfoWaveOf(mode).polarity;
+}
+
+void Modulator::Render(double* values, int frames) {
+    if (frames <= 0) return;
+    if (IsOff()) {
+        std::fill_n(values, frames, 0.0);
+        return;
+    }
+    double runningPhase = phase;
+    for (int i = 0; i < frames; ++i) {
+        values[i] = runningPhase;
+        runningPhase = WrappedPhase(runningPhase + phaseInc);
+    }
+    phase = runningPhase;
+    for (int i = 0; i < frames; ++i)
+        values[i] = SineOfPhase(values[i]) * amplitude * polarity;
+    for (int i = 0; i < frames; ++i)
+        values[i] = Shaped(values[i]);
+    output = values[frames - 1];
 }
 
 } // namespace Grimworks

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "core/AudioProcessingUnit.h"
-#include "core/Maths.h"
 #include "core/Phase.h"
+#include "core/Trigonometry.h"
 
 #include <array>
 #include <cmath>
@@ -54,11 +54,14 @@ public:
 
     /// The next value, kept as Output. While switched off it gives 0, stands still and keeps its last Output.
     double Tick() {
-        if (bypass || rate == 0.0 || amplitude == 0.0) return 0.0;
-        output = Shaped(std::sin(phase * 2.0 * kPi) * amplitude * polarity);
+        if (IsOff()) return 0.0;
+        output = Shaped(SineOfPhase(phase) * amplitude * polarity);
         phase = WrappedPhase(phase + phaseInc);
         return output;
     }
+
+    /// The same for a run of samples: to the bit what as many calls of Tick give, several sines at once.
+    void Render(double* values, int frames);
 
     /// The last value that a running Tick gave.
     [[nodiscard]] double Output() const { return output; }
@@ -73,6 +76,8 @@ protected:
           frequency(startRate * largestRate) {}
 
 private:
+    [[nodiscard]] bool IsOff() const { return bypass || rate == 0.0 || amplitude == 0.0; }
+
     [[nodiscard]] double Shaped(double sine) const {
         switch (mode) {
         case 1:

@@ -5,7 +5,7 @@
 #include "voice/GwFilterPaulKellett.h"
 
 #include <array>
-#include <cstdint>
+#include <limits>
 
 namespace Grimworks {
 
@@ -47,11 +47,14 @@ public:
 
     /// One sample through both filters; cutoff and resonance 0..1.
     double Tick(double input, double cutoff, double resonance) {
-        const double a = leftBank.Process(left, input, cutoff, resonance, tangent);
-        const double b = rightBank.Process(right, input, cutoff, resonance, tangent);
-        balanceState = kBalanceA * balanceState + kBalanceB * balance;
-        return (1.0 - balanceState) * a + balanceState * b;
+        const double a = leftBank.Process(left, input, cutoff, resonance, frequency);
+        const double b = rightBank.Process(right, input, cutoff, resonance, frequency);
+        return Balanced(balanceState, a, b);
     }
+
+    /// The same for a run of samples in place, with a cutoff for each: to the bit what as many calls of Tick
+    /// give, but the coefficients of a moving cutoff are worked out several at once.
+    void Process(double* samples, const double* cutoffs, double resonance, int frames);
 
     [[nodiscard]] double LeftType() const { return leftType; }
     [[nodiscard]] double RightType() const { return rightType; }
@@ -59,6 +62,22 @@ public:
 private:
     static constexpr double kBalanceA = 0.99;
     static constexpr double kBalanceB = 0.010000000000000009;
+
+    /// The frequency of the last cutoff, which both filters share.
+    class SharedFrequency {
+    public:
+        const ButterworthFrequency& Of(double newCutoff) {
+            if (newCutoff != cutoff) {
+                cutoff = newCutoff;
+                frequency = ButterworthFrequencyOf(newCutoff);
+            }
+            return frequency;
+        }
+
+    private:
+        double cutoff = std::numeric_limits<double>::quiet_NaN();
+        ButterworthFrequency frequency;
+    };
 
     struct Bank {
         GwFilterPaulKellett lowPass{GwFilterPaulKellett::kLowPass};
@@ -71,28 +90,37 @@ private:
             return {&lowPass, &highPass, &bandPass, &butterworthHighPass, &butterworthLowPass};
         }
 
-        double Process(int entry, double input, double cutoff, double resonance, ButterworthTangent& shared) {
+        double Process(int entry, double input, double cutoff, double resonance, SharedFrequency& shared) {
             switch (entry) {
             case 1:
                 return highPass.Process(input, cutoff, resonance);
             case 2:
                 return bandPass.Process(input, cutoff, resonance);
             case 3:
-                return butterworthHighPass.Tick(input, cutoff, resonance, shared);
+                return butterworthHighPass.Process(input, cutoff, resonance, shared.Of(cutoff));
             case 4:
-                return butterworthLowPass.Tick(input, cutoff, resonance, shared);
+                return butterworthLowPass.Process(input, cutoff, resonance, shared.Of(cutoff));
             default:
                 return lowPass.Process(input, cutoff, resonance);
             }
         }
     };
 
+    /// Moves the smoothed balance on by a sample and mixes with it.
+    [[nodiscard]] double Balanced(double& state, double a, double b) const {
+        state = kBalanceA * state + kBalanceB * balance;
+        return (1.0 - state) * a + state * b;
+    }
+
+    template <class Left, class Right>
+    void Run(Left& leftLane, Right& rightLane, double* samples, int frames);
+
     double leftType = 0.0;
     double rightType = 0.75;
     double balanceState = 0.0;
     int left = 0;
     int right = 3;
-    ButterworthTangent tangent;
+    SharedFrequency frequency;
     Bank leftBank;
     Bank rightBank;
 };

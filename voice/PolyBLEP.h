@@ -1,10 +1,9 @@
 #pragma once
 
 #include "core/Limits.h"
-#include "core/Maths.h"
 #include "core/Phase.h"
+#include "core/Trigonometry.h"
 
-#include <cmath>
 #include <cstdint>
 
 namespace Grimworks {
@@ -73,7 +72,7 @@ public:
 private:
     static constexpr double kSineFrom = 0.25; ///< cycles per sample
 
-    [[nodiscard]] double Sine() const { return std::sin(2.0 * kPi * phase); }
+    [[nodiscard]] double Sine() const { return SineOfPhase(phase); }
 
     [[nodiscard]] double Triangle() const {
         double y = 4.0 * phase;
