@@ -19,8 +19,9 @@ namespace Grimworks {
 
 /// What every plug-in is, whatever the host speaks: one lock, a sample rate and a block size, a list of
 /// parameters, a list of presets that hold state chunks, and the operations through which a format wrapper
-/// drives the instrument. Every public operation may be called from any thread: it takes the lock itself.
-/// The callbacks of the first group always run with the lock held.
+/// drives the instrument. Public operations may be called from any thread and take the lock themselves, but
+/// for those that say that they are for use under Lock(). The callbacks of the first group always run with
+/// the lock held.
 class IPlugBase {
 public:
     static constexpr int kPresetNameLength = 255; ///< bytes kept of a preset's name
@@ -122,8 +123,11 @@ public:
 
     [[nodiscard]] const PlugIdentity& Identity() const { return identity; }
     [[nodiscard]] PlugLock& Lock() const { return lock; }
+
+    /// Hz and frames as the host last announced them; under Lock().
     [[nodiscard]] double GetSampleRate() const { return sampleRate; }
     [[nodiscard]] int GetBlockSize() const { return blockSize; }
+
     [[nodiscard]] int InputCount() const { return inputCount; }
     [[nodiscard]] int OutputCount() const { return outputCount; }
     [[nodiscard]] int Latency() const { return latency; }
@@ -252,8 +256,8 @@ private:
     void TellEditor(int id, double value, bool normalized);
     int CountUserPresets() const;
     [[nodiscard]] int UnserializePreset(Preset& preset, const ByteChunk& chunk, int position);
-    void PutFileHeader(ByteChunk& file, std::string_view form, int byteSize) const;
-    [[nodiscard]] bool TakeFileParameters(const ByteChunk& file, int position);
+    void PutFileHeader(ByteChunk& file, std::uint32_t form, int byteSize) const;
+    void TakeFileParameters(const ByteChunk& file, int position);
 
     PlugIdentity identity;
     mutable PlugLock lock;

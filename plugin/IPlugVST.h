@@ -29,16 +29,17 @@ public:
     /// What the entry point gives to the host.
     [[nodiscard]] AEffect* Effect() { return &effect; }
 
-    /// The plug-in of a record, null for a null or foreign one.
+    /// The plug-in of a record, null for a null or foreign one. The close opcode destroys the object, which
+    /// must then be one that a std::unique_ptr released.
     [[nodiscard]] static IPlugVST* FromEffect(AEffect* record);
 
     /// The line of the about page about the host.
     [[nodiscard]] std::string HostInfo() const;
 
-    /// Version of the host, packed as by PackHostVersion.
+    /// Version of the host, packed as by PackHostVersion; under Lock().
     [[nodiscard]] std::uint32_t HostVersion() const { return hostVersion; }
 
-    /// Bits 1 and 2: the host asked for the extensions of one maker.
+    /// Bits 1 and 2: the host asked for the extensions of one maker; under Lock().
     [[nodiscard]] unsigned HostExtensions() const { return hostExtensions; }
 
     void BeginInformHostOfParamChange(int id) override;
@@ -91,41 +92,48 @@ private:
     static float GetParameterEntry(AEffect* record, std::int32_t index) noexcept;
 
     void FillEffect();
-    void MakeChannels();
+    void SizeScratch(int frames);
+    [[nodiscard]] static int ConnectedCount(const std::vector<Channel>& channels);
 
-    [[nodiscard]] std::intptr_t AskHost(std::int32_t opcode, std::int32_t index = 0, std::intptr_t value = 0,
-                                        void* ptr = nullptr, float opt = 0.0F);
+    std::intptr_t AskHost(std::int32_t opcode, std::int32_t index = 0, std::intptr_t value = 0,
+                          void* ptr = nullptr, float opt = 0.0F);
     [[nodiscard]] const VstTimeInfo* AskTime(std::int32_t mask);
     void IdentifyHost();
     void RefreshSpeakers();
 
     std::intptr_t VSTDispatcher(const Call& call);
-    std::intptr_t DispatchSetup(const Call& call);
+    std::intptr_t DispatchLocked(const Call& call);
+    std::intptr_t DispatchLifecycle(const Call& call);
     std::intptr_t DispatchProgram(const Call& call);
     std::intptr_t DispatchParameter(const Call& call);
-    std::intptr_t DispatchState(const Call& call);
     std::intptr_t DispatchDescription(const Call& call);
-    std::intptr_t DispatchEditor(const Call& call);
     std::intptr_t DispatchChannels(const Call& call);
+    std::intptr_t OpenEditor(void* parent);
+    std::intptr_t CloseEditor();
+    std::intptr_t GiveEditorRect(void* ptr);
 
     void TakeSampleRate(float rate);
     void TakeBlockSize(std::intptr_t frames);
-    std::intptr_t GiveChunk(const Call& call);
-    std::intptr_t TakeChunk(const Call& call);
+    std::intptr_t GiveChunk(bool bank, void* ptr);
+    std::intptr_t TakeChunk(bool bank, const void* data, std::intptr_t size);
     std::intptr_t TakeEvents(const VstEvents* events);
+    std::intptr_t GiveParameterText(const Call& call);
+    std::intptr_t GiveKeyName(void* ptr);
     std::intptr_t SetSpeakers(const Call& call);
     std::intptr_t GiveSpeakers(const Call& call);
     std::intptr_t GivePin(const Call& call, bool input);
-    std::intptr_t GiveParameterText(const Call& call);
     std::intptr_t AnswerVendorSpecific(const Call& call);
     std::intptr_t AnswerCanDo(const char* query);
 
-    /// Cuts a call into blocks and runs each; see IPlugVSTProcess.cpp.
+    /// Runs a host's call in blocks of at most the announced size; `deliver` takes the sound of each from the
+    /// scratch buffers to the host's.
     template <typename Sample, typename Deliver>
-    void ProcessSlices(Sample** inputs, Sample** outputs, std::int32_t frames, Deliver deliver);
-    double** PrepareInputs(float** inputs, std::int32_t start, int frames);
-    double** PrepareInputs(double** inputs, std::int32_t start, int frames);
-    void PrepareScratchOutputs();
+    void ProcessInBlocks(Sample** inputs, std::int32_t frames, Deliver deliver);
+    template <typename Sample>
+    double** FillInputs(Sample** inputs, std::int32_t start, int frames);
+    template <typename Deliver>
+    void ProcessFloats(float** inputs, float** outputs, std::int32_t frames, Deliver deliver);
+    void ProcessDoubles(double** inputs, double** outputs, std::int32_t frames);
 
     audioMasterCallback host;
     AEffect effect{};
