@@ -10,7 +10,7 @@ void ByteChunk::PutBytes(const void* source, int count) {
 
 int ByteChunk::GetBytes(void* target, int count, int position) const {
     const int next = Skip(count, position);
-    if (next > position) std::memcpy(target, bytes.data() + position, static_cast<std::size_t>(count));
+    if (next >= 0 && count > 0) std::memcpy(target, bytes.data() + position, static_cast<std::size_t>(count));
     return next;
 }
 
