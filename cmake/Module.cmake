@@ -1,0 +1,23 @@
+# How the module is linked. It lives in somebody else's process, next to libraries in versions that nobody can know:
+# so it brings its C++ runtime along, keeps every symbol but its entry points to itself, and leaves nothing undefined.
+
+if(CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+    set(THUDFORGE_SANITIZED ON)
+else()
+    set(THUDFORGE_SANITIZED OFF)
+endif()
+
+function(thudforge_module target)
+    set_target_properties(${target} PROPERTIES PREFIX "")
+    if(WIN32)
+        target_link_options(${target} PRIVATE -static -Wl,--exclude-all-symbols)
+        return()
+    endif()
+    set(exports ${CMAKE_SOURCE_DIR}/cmake/module-exports.map)
+    target_link_options(${target} PRIVATE -Wl,--version-script=${exports} -Wl,--exclude-libs,ALL -Wl,-Bsymbolic)
+    set_target_properties(${target} PROPERTIES LINK_DEPENDS ${exports})
+    if(NOT THUDFORGE_SANITIZED)
+        # The sanitizers' own runtime stays in the program that loads the module.
+        target_link_options(${target} PRIVATE -static-libstdc++ -static-libgcc -Wl,-z,defs)
+    endif()
+endfunction()

@@ -1,0 +1,96 @@
+#!/usr/bin/env python3
+"""Runs clang-tidy over all files of a build, two or more at a time, and remembers which were clean.
+
+usage: tools/tidy.py BUILD-FOLDER [CACHE-FOLDER]
+
+A clean file is not looked at again until the file, something of the project that it includes, its compile command,
+the settings or the tools change. Prints the findings and ends with 1 when there are any.
+"""
+
+import concurrent.futures
+import functools
+import hashlib
+import json
+import os
+import pathlib
+import re
+import subprocess
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+INCLUDE = re.compile(rb'^\s*#\s*include\s*"([^"]+)"', re.MULTILINE)
+# Packages whose headers or checks decide on the result.
+PACKAGES = ("clang-tidy-14", "libstdc++-12-dev", "libgtest-dev", "libbenchmark-dev", "libsndfile1-dev", "libcli11-dev")
+
+
+@functools.lru_cache(maxsize=None)
+def digest_and_includes(path):
+    """Digest of one file, and the files of the project that it names."""
+    data = path.read_bytes()
+    named = (ROOT / match.decode(errors="replace") for match in INCLUDE.findall(data))
+    return hashlib.sha256(data).hexdigest(), tuple(file for file in named if file.is_file())
+
+
+def all_includes(path):
+    """The file and everything of the project that it includes."""
+    found, waiting = set(), [path]
+    while waiting:
+        file = waiting.pop()
+        if file not in found:
+            found.add(file)
+            waiting.extend(digest_and_includes(file)[1])
+    return sorted(found)
+
+
+@functools.lru_cache(maxsize=None)
+def tools():
+    """Everything outside the file and its command that the result depends on."""
+    versions = subprocess.run(["dpkg-query", "-W", *PACKAGES], capture_output=True, text=True, check=False).stdout
+    settings = sorted(ROOT.glob(".clang-tidy")) + sorted(ROOT.glob("*/.clang-tidy"))
+    return "\n".join([versions] + [file.read_text(encoding="utf-8") for file in settings])
+
+
+def key_of(path, command):
+    """Name under which the result of one file is remembered, the same in every clone."""
+    parts = [tools(), command.replace(str(ROOT), "")]
+    parts += [f"{file.relative_to(ROOT)} {digest_and_includes(file)[0]}" for file in all_includes(path)]
+    return hashlib.sha256("\n".join(parts).encode()).hexdigest()
+
+
+def tidy(path, build):
+    """Findings of clang-tidy in one file, empty when it is clean."""
+    result = subprocess.run(["clang-tidy", "--quiet", "-p", build, str(path)], capture_output=True, text=True,
+                            check=False)
+    if result.returncode == 0:
+        return ""
+    return result.stdout + ("" if result.stdout.strip() else result.stderr)
+
+
+def main():
+    build = sys.argv[1]
+    cache = pathlib.Path(sys.argv[2]) if len(sys.argv) > 2 else pathlib.Path(build) / "tidy-cache"
+    cache.mkdir(parents=True, exist_ok=True)
+    entries = json.loads((pathlib.Path(build) / "compile_commands.json").read_text(encoding="utf-8"))
+    commands = {pathlib.Path(entry["file"]): entry["command"] for entry in entries}
+    keys = {path: key_of(path, command) for path, command in sorted(commands.items())
+            if path.suffix == ".cpp" and path.is_relative_to(ROOT)}
+    if not keys:
+        print("There is no file to look at")
+        return 1
+    waiting = [path for path, key in keys.items() if not (cache / key).exists()]
+    print(f"{len(keys)} files, {len(waiting)} of them changed since they were clean", flush=True)
+    faulty = 0
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        for count, (path, findings) in enumerate(zip(waiting, pool.map(lambda p: tidy(p, build), waiting)), 1):
+            print(f"[{count}/{len(waiting)}] {path.relative_to(ROOT)}", flush=True)
+            if findings:
+                faulty += 1
+                print(findings, flush=True)
+            else:
+                (cache / keys[path]).touch()
+    print(f"{faulty} files with findings" if faulty else "all clean")
+    return 1 if faulty else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
