@@ -121,4 +121,7 @@ private:
     std::string name;
 };
 
+/// One of the setters above, for code that hands a parameter to many envelopes.
+using EnvelopeSetter = void (EnvelopeGenerator::*)(double);
+
 } // namespace Grimworks
