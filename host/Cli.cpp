@@ -1,0 +1,243 @@
+#include "host/Cli.h"
+
+#include "host/Files.h"
+#include "host/HostError.h"
+#include "host/Interrupt.h"
+#include "host/MidiFile.h"
+#include "host/Module.h"
+#include "host/NoteName.h"
+#include "host/Progress.h"
+#include "host/Render.h"
+#include "host/Reports.h"
+#include "host/Settings.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <charconv>
+#include <exception>
+#include <optional>
+
+namespace Grimworks {
+
+namespace {
+
+constexpr double kMaxSeconds = 3600.0;
+constexpr double kShortestNote = 0.001;
+
+/// Everything that can be said on the command line, with what holds when it is not.
+struct Options {
+    std::string song;
+    std::vector<std::string> notes;
+    std::string output;
+    std::string module;
+    std::string program;
+    std::vector<std::string> settings;
+    std::string tail = "auto";
+    std::string bits = "24";
+    int rate = 48000;
+    int block = 256;
+    int velocity = 100;
+    std::string seconds = "2";
+};
+
+/// What the sound options mean, once they are checked.
+struct SoundOptions {
+    SampleFormat format;
+    std::optional<double> tail; ///< none: until it is quiet
+};
+
+double ParseSeconds(const std::string& option, const std::string& text, double least) {
+    double seconds = 0.0;
+    const char* end = text.data() + text.size();
+    const auto [stop, fault] = std::from_chars(text.data(), end, seconds);
+    if (fault != std::errc() || stop != end || !(seconds >= least && seconds <= kMaxSeconds)) {
+        throw HostError(option + " " + text + ": must be seconds from " + FixedText(least, 3) + " to " +
+                        FixedText(kMaxSeconds, 0));
+    }
+    return seconds;
+}
+
+SampleFormat ParseFormat(const std::string& text) {
+    if (text == "16") return SampleFormat::Pcm16;
+    if (text == "24") return SampleFormat::Pcm24;
+    if (text == "32f") return SampleFormat::Float32;
+    if (text == "64f") return SampleFormat::Float64;
+    throw HostError("--bits " + text + ": must be 16, 24, 32f or 64f");
+}
+
+SoundOptions ParseSound(const Options& options) {
+    SoundOptions sound{ParseFormat(options.bits), std::nullopt};
+    if (options.tail != "auto") sound.tail = ParseSeconds("--tail", options.tail, 0.0);
+    return sound;
+}
+
+std::vector<int> ParseNotes(const std::vector<std::string>& texts) {
+    std::vector<int> notes;
+    for (const std::string& text : texts) {
+        const auto note = NoteFromText(text);
+        if (!note) throw HostError(text + ": is no note; notes go from C0 to G10, or from 0 to 127");
+        notes.push_back(*note);
+    }
+    return notes;
+}
+
+/// One command at work: the module, the instance in it, and what both were told.
+class Session {
+public:
+    explicit Session(const Options& commandOptions)
+        : options(commandOptions),
+          module(options.module.empty() ? Module::Find() : PathFromText(options.module)),
+          host(module.Entry(), TextFromPath(module.Path()),
+               {static_cast<double>(options.rate), options.block}) {
+        if (!options.program.empty()) ChooseProgram(host, options.program);
+        for (const std::string& setting : options.settings)
+            ApplySetting(host, setting);
+    }
+
+    PluginHost& Host() { return host; }
+    [[nodiscard]] const std::filesystem::path& ModulePath() const { return module.Path(); }
+
+    int Render(const Song& song, const SoundOptions& sound, std::ostream& out, std::ostream& err) {
+        WavWriter wav(PathFromText(options.output), host.ChannelCount(), options.rate, sound.format);
+        Progress progress(err, IsTerminal(2));
+        const RenderResult result = RenderSong(host, song, sound.tail, wav, sound.format,
+                                               [&progress](double seconds, double expected) {
+                                                   progress.Show(seconds, expected);
+                                                   return !InterruptRequested();
+                                               });
+        progress.Finish();
+        if (result.interrupted) {
+            err << "thudforge: " << options.output << ": interrupted, nothing was written\n";
+            return kExitInterrupted;
+        }
+        wav.Commit();
+        Summarise(result, sound.format, out);
+        return kExitDone;
+    }
+
+private:
+    void Summarise(const RenderResult& result, SampleFormat format, std::ostream& out) const {
+        const bool limited = format == SampleFormat::Pcm16 || format == SampleFormat::Pcm24;
+        out << options.output << ": " << FixedText(static_cast<double>(result.frames) / options.rate, 3)
+            << " s, " << options.rate << " Hz, channels " << host.ChannelCount() << ", peak "
+            << PeakText(result.peak);
+        if (limited && result.peak > 1.0) out << " (clipped; --bits 32f keeps it)";
+        out << '\n';
+    }
+
+    const Options& options;
+    Module module;
+    PluginHost host;
+};
+
+int RunRender(const Options& options, std::ostream& out, std::ostream& err) {
+    const SoundOptions sound = ParseSound(options);
+    const Song song = MidiFile::Load(PathFromText(options.song));
+    return Session(options).Render(song, sound, out, err);
+}
+
+int RunNote(const Options& options, std::ostream& out, std::ostream& err) {
+    const SoundOptions sound = ParseSound(options);
+    const double seconds = ParseSeconds("--seconds", options.seconds, kShortestNote);
+    const Song song = MakeNotes(ParseNotes(options.notes), options.velocity, seconds);
+    return Session(options).Render(song, sound, out, err);
+}
+
+void AddModule(CLI::App& command, Options& options) {
+    command.add_option("--module", options.module,
+                       "the module to load instead of the one installed with this program");
+}
+
+void AddProgram(CLI::App& command, Options& options) {
+    command.add_option("--program", options.program,
+                       "program by number (1 is the first), by name, or an .fxp file");
+}
+
+void AddSound(CLI::App& command, Options& options) {
+    AddModule(command, options);
+    AddProgram(command, options);
+    command.add_option("-o,--output", options.output, "the WAV file to write")->required();
+    command
+        .add_option("--set", options.settings, "NAME=VALUE or ID=VALUE, value from 0 to 1; may be repeated")
+        ->allow_extra_args(false);
+    command.add_option("--rate", options.rate, "samples in a second")->check(CLI::Range(8000, 384000));
+    command.add_option("--block", options.block, "frames in a block")->check(CLI::Range(1, 65536));
+    command.add_option("--bits", options.bits, "16, 24, 32f or 64f");
+    command.add_option("--tail", options.tail, "seconds to go on after the end, or auto: until it is quiet");
+}
+
+/// The commands and where their arguments go.
+struct Commands {
+    Commands(CLI::App& app, Options& options)
+        : render(app.add_subcommand("render", "Play a MIDI file into a WAV file")),
+          note(app.add_subcommand("note", "Play notes, one after the other, into a WAV file")),
+          params(app.add_subcommand("params", "List the parameters")),
+          programs(app.add_subcommand("programs", "List the programs")),
+          check(app.add_subcommand("check", "Load the module and show what a host sees")) {
+        render->add_option("song", options.song, "a Standard MIDI file of type 0 or 1")->required();
+        AddSound(*render, options);
+        note->add_option("notes", options.notes, "C0 to G10 (C5 is 60), or 0 to 127")->required();
+        note->add_option("--seconds", options.seconds, "how long each key is held");
+        note->add_option("--velocity", options.velocity, "1 to 127")->check(CLI::Range(1, 127));
+        AddSound(*note, options);
+        AddModule(*params, options);
+        AddProgram(*params, options);
+        AddModule(*programs, options);
+        AddModule(*check, options);
+    }
+
+    CLI::App* render;
+    CLI::App* note;
+    CLI::App* params;
+    CLI::App* programs;
+    CLI::App* check;
+};
+
+int Run(const Commands& commands, const Options& options, std::ostream& out, std::ostream& err) {
+    if (commands.render->parsed()) return RunRender(options, out, err);
+    if (commands.note->parsed()) return RunNote(options, out, err);
+    Session session(options);
+    if (commands.params->parsed()) PrintParameters(session.Host(), out);
+    if (commands.programs->parsed()) PrintPrograms(session.Host(), out);
+    if (commands.check->parsed()) PrintCheck(session.Host(), session.ModulePath(), out);
+    return kExitDone;
+}
+
+/// A word in the place of the command that is none.
+bool IsUnknownCommand(const CLI::App& app, const std::vector<std::string>& arguments) {
+    if (arguments.empty() || arguments.front().starts_with('-')) return false;
+    const auto commands = app.get_subcommands([](const CLI::App*) { return true; });
+    return std::none_of(commands.begin(), commands.end(), [&arguments](const CLI::App* command) {
+        return command->check_name(arguments.front());
+    });
+}
+
+int ReportFault(std::string fault, std::ostream& err) {
+    std::replace(fault.begin(), fault.end(), '\n', ' ');
+    err << "thudforge: " << fault << '\n';
+    return kExitFault;
+}
+
+} // namespace
+
+int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+    Options options;
+    CLI::App app("ThudForge on the command line: plays the instrument into WAV files", "thudforge");
+    app.set_version_flag("--version", "thudforge " THUDFORGE_VERSION);
+    app.require_subcommand(1);
+    const Commands commands(app, options);
+    try {
+        if (IsUnknownCommand(app, arguments))
+            throw HostError(arguments.front() + ": there is no such command");
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+        return Run(commands, options, out, err);
+    } catch (const CLI::ParseError& fault) {
+        if (fault.get_exit_code() == 0) return app.exit(fault, out, err);
+        return ReportFault(std::string(fault.what()) + " (thudforge --help tells more)", err);
+    } catch (const std::exception& fault) {
+        return ReportFault(fault.what(), err);
+    }
+}
+
+} // namespace Grimworks
