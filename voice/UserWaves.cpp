@@ -61,7 +61,7 @@ void SilenceNonFinite(WaveSpan cycle) {
 void Stretch(std::span<const std::byte> file, std::size_t count, WaveSpan cycle) {
     for (std::size_t i = 0; i < cycle.size(); ++i) {
         const double position = static_cast<double>(i) / kWaveSize * static_cast<double>(count);
-        const auto k = static_cast<std::size_t>(std::floor(position) + 0.5);
+        const auto k = static_cast<std::size_t>(position);
         const double f = position - static_cast<double>(k);
         const std::size_t next = k + 1 < count ? k + 1 : count - 1;
         cycle[i] = (1.0 - f) * RawValue(file, k) + f * RawValue(file, next);
@@ -117,9 +117,10 @@ void LoadUserWave(const std::string& path, WaveSpan cycle) {
 }
 
 void LoadUserWaves(const std::string& baseFolder, std::span<WaveCycle, kWaveforms> waves) {
+    const std::span<WaveCycle> slots = waves.subspan(Waveform::User1, kUserFileSlots);
     for (int slot = 0; slot < kUserFileSlots; ++slot) {
         const int number = slot < kUserFiles ? slot + 1 : kUserFiles;
-        WaveCycle& cycle = waves[static_cast<std::size_t>(Waveform::User1 + slot)];
+        WaveCycle& cycle = slots[static_cast<std::size_t>(slot)];
         LoadUserWave(UserWavePath(baseFolder, number), cycle);
         Normalise(cycle, kUserPeak);
     }

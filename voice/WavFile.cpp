@@ -61,13 +61,13 @@ WavFile::WavFile(std::span<const std::byte> file) : bytes(file) {
     if (data == 0) return;
     start = data + 8;
     const std::size_t byteCount = Word(data + 4, 4);
-    std::size_t told = byteCount / sampleBytes / channels;
+    std::size_t announced = byteCount / sampleBytes / channels;
     if (byteCount == sampleBytes) {
-        // Some writers leave a data chunk of one sample and put the true length into the RIFF header.
+        // A data chunk of a single sample is no wave: the length is taken from the RIFF header instead.
         const std::size_t all = Word(4, 4) / sampleBytes / channels;
-        told = all > 36 ? all - 36 : 0;
+        announced = all > 36 ? all - 36 : 0;
     }
-    frames = std::min(told, (bytes.size() - start) / sampleBytes / channels);
+    frames = std::min(announced, (bytes.size() - start) / sampleBytes / channels);
 }
 
 /// Little-endian number of up to four bytes, which must lie within the file.
@@ -132,6 +132,7 @@ double WavFile::Frame(std::size_t index) const {
 }
 
 void WavFile::ResampleTo(WaveSpan cycle) const {
+    if (frames == 0) return;
     const double ratio = static_cast<double>(frames) / kWaveSize;
     std::vector<double> input(frames);
     for (std::size_t i = 0; i < frames; ++i)

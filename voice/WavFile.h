@@ -26,7 +26,8 @@ public:
     [[nodiscard]] double Frame(std::size_t index) const;
 
     /// Fills the cycle with the whole file by linear interpolation, through one second-order low-pass on the
-    /// side that has more points. The cycle begins two points into the resampled wave. Needs a frame.
+    /// side that has more points. The cycle begins two points into the resampled wave; it stays
+    /// as it is without a frame.
     void ResampleTo(WaveSpan cycle) const;
 
 private:

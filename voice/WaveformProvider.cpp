@@ -1,6 +1,7 @@
 #include "voice/WaveformProvider.h"
 
-#include "core/Phase.h"
+#include "core/Maths.h"
+#include "core/NumberText.h"
 #include "voice/Noise.h"
 #include "voice/StoredWaves.h"
 #include "voice/WaveGenerator.h"
@@ -8,13 +9,14 @@
 #include "voice/WaveformSelection.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstddef>
 #include <utility>
 
 namespace Grimworks {
 namespace {
+
+constexpr int kDumpDecimals = 10;
 
 /// The live wave of a selection, running at this many samples a cycle.
 PolyBLEP LiveWave(const WaveformSelection& selection, int samplesPerCycle) {
@@ -32,14 +34,6 @@ double DisplayPhase(int point, double phase) {
     double wrapped = Fraction(static_cast<double>(point) / kWavePreviewPoints + phase);
     if (wrapped < 0.0) wrapped += 1.0;
     return wrapped >= 0.0 && wrapped < 1.0 ? wrapped : 0.0;
-}
-
-/// Fixed notation with ten decimals, whatever locale the host has set.
-void AppendNumber(std::string& text, double value) {
-    std::array<char, 32> digits{};
-    const std::to_chars_result result =
-        std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, 10);
-    text.append(digits.data(), result.ptr);
 }
 
 } // namespace
@@ -108,7 +102,7 @@ std::string WaveformProvider::WaveDumpText(double value, RandomGenerator& editor
     text.reserve(std::size_t{16} * kWaveSize);
     for (int i = 0; i < kWaveSize; ++i) {
         if (i > 0) text += ',';
-        AppendNumber(text, selection.useBlep ? live.Next() : DumpValue(index, i, editorRandom));
+        AppendFixed(text, selection.useBlep ? live.Next() : DumpValue(index, i, editorRandom), kDumpDecimals);
     }
     return text;
 }
