@@ -27,7 +27,7 @@ constexpr const char* kModuleName = "ThudForge.dll";
 void* LoadLibraryFile(const std::filesystem::path& path, std::string& fault) {
     // Without this a broken library opens a message box and waits for somebody to click it away.
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
-    HMODULE library = LoadLibraryW(path.c_str());
+    HMODULE library = LoadLibraryW(std::filesystem::absolute(path).make_preferred().c_str());
     if (library == nullptr) {
         fault = std::system_category().message(static_cast<int>(GetLastError()));
     }

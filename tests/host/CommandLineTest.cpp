@@ -15,6 +15,8 @@
 #include <vector>
 
 #ifndef _WIN32
+#include <dlfcn.h>
+#include <gnu/libc-version.h>
 #include <sys/wait.h>
 #endif
 
@@ -52,7 +54,7 @@ Outcome RunProgram(const std::vector<std::string>& arguments) {
     const TempFolder folder("spawn");
     const auto out = folder.Path("out");
     const auto err = folder.Path("err");
-    std::string command = Quoted(Native(THUDFORGE_EXECUTABLE));
+    std::string command = Quoted(Native(THUDFORGE_PROGRAM));
     for (const std::string& argument : arguments)
         command += " " + Quoted(argument);
     command += " > " + Quoted(Native(out)) + " 2> " + Quoted(Native(err));
@@ -90,7 +92,16 @@ void ExpectFault(const Outcome& outcome, const std::string& culprit) {
     EXPECT_NE(outcome.err.find(culprit), std::string::npos) << outcome.err;
 }
 
-const std::string kModule = THUDFORGE_MODULE_PATH;
+const std::string kModule = THUDFORGE_MODULE;
+
+#ifndef _WIN32
+/// The file of the C library.
+std::string SystemLibrary() {
+    Dl_info info{};
+    EXPECT_NE(dladdr(reinterpret_cast<void*>(&gnu_get_libc_version), &info), 0);
+    return info.dli_fname;
+}
+#endif
 
 /// The good files that the bad ones are made from.
 class CommandLine : public testing::Test {
@@ -196,11 +207,12 @@ TEST_F(CommandLine, ModulesThatAreNoneAreFaults) {
     const auto check = [](const std::string& module) { return RunHere({"check", "--module", module}); };
     ExpectFault(check(Path("none.so")), "none.so: there is no such module");
     ExpectFault(check(Path("text.mid")), "text.mid: cannot be loaded");
+    // A library that every program of the system has loaded, and no instrument.
 #ifdef _WIN32
-    ExpectFault(check("C:\\windows\\system32\\version.dll"), "version.dll: has no entry point VSTPluginMain");
+    ExpectFault(check("C:\\windows\\system32\\kernel32.dll"),
+                "kernel32.dll: has no entry point VSTPluginMain");
 #else
-    // The library of the sound files is loaded already, so it is there; a module it is not.
-    ExpectFault(check("/proc/self/exe"), "/proc/self/exe: ");
+    ExpectFault(check(SystemLibrary()), "has no entry point VSTPluginMain");
 #endif
     ExpectNothingLeft();
 }

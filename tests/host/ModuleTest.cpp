@@ -77,7 +77,7 @@ public:
 
 class ModuleTest : public testing::Test {
 protected:
-    Module module{PathFromText(THUDFORGE_MODULE_PATH)};
+    Module module{PathFromText(THUDFORGE_MODULE)};
 };
 
 double Peak(const std::vector<double>& sound) {
