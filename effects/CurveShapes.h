@@ -19,8 +19,10 @@ inline constexpr int kCurveHalf = kCurvePoints / 2;
 
 /// Both entries of step i.
 inline void SetCurveStep(CurvePoints& curve, int i, double positive, double negative) {
-    curve[static_cast<std::size_t>(kCurveHalf + i)] = positive;
-    curve[static_cast<std::size_t>(kCurveHalf - 1 - i)] = negative;
+    constexpr auto kHalf = static_cast<std::size_t>(kCurveHalf);
+    const auto step = static_cast<std::size_t>(i);
+    curve[kHalf + step] = positive;
+    curve[kHalf - 1 - step] = negative;
 }
 
 /// Draws an odd curve from shape(i, x).

@@ -9,8 +9,8 @@ namespace Grimworks {
 namespace {
 
 constexpr double kNoiseDepth = 0.0777;
-constexpr int kFadePoints = 8;
-constexpr int kStepPoints = kCurvePoints / 16;
+constexpr std::size_t kFadePoints = 8;
+constexpr std::size_t kStepPoints = kCurvePoints / 16;
 
 } // namespace
 
@@ -39,11 +39,11 @@ void DistortionCurve::Smooth() {
 }
 
 void DistortionCurve::SmoothZeroCrossing() {
-    constexpr int kCentre = kCurvePoints / 2;
-    for (int k = 0; k < kFadePoints; ++k) {
-        const double factor = 0.125 * k;
-        points[static_cast<std::size_t>(kCentre - 1 - k)] *= factor;
-        points[static_cast<std::size_t>(kCentre + k)] *= factor;
+    constexpr std::size_t kCentre = kCurvePoints / 2;
+    for (std::size_t k = 0; k < kFadePoints; ++k) {
+        const double factor = 0.125 * static_cast<double>(k);
+        points[kCentre - 1 - k] *= factor;
+        points[kCentre + k] *= factor;
     }
 }
 

@@ -3,6 +3,7 @@
 namespace Grimworks {
 
 void DistortionStage::SetSampleRate(double rate) {
+    if (!(rate > 0.0)) return;
     sampleRate = rate;
     shaper.SetSampleRate(rate);
     converter.SetSampleRate(rate);

@@ -15,7 +15,7 @@ class DistortionStage {
 public:
     explicit DistortionStage(const DistortionDataProvider& provider) : distortion(provider) {}
 
-    /// Hz; matters to captions and the units' own records only.
+    /// Hz; matters to captions and the units' own records only. A rate that is not above 0 is ignored.
     void SetSampleRate(double rate);
     /// Largest number of frames that Process will be given. Buffers only grow.
     void SetBlockSize(int frames);
@@ -45,10 +45,11 @@ public:
     [[nodiscard]] const Distortion& GetDistortion() const { return distortion; }
     [[nodiscard]] const DynShaper& GetShaper() const { return shaper; }
 
-    /// For captions: word length in bits, reduced rate in whole Hz, linear gate level.
+    /// For captions: word length in bits, reduced rate in whole Hz, the gate's linear level and its knob.
     [[nodiscard]] double CrushBits() const { return crusher.Bits(); }
     [[nodiscard]] int ReducedRate() const;
     [[nodiscard]] double GateLevel() const { return gate.Level(); }
+    [[nodiscard]] double GateRaw() const { return gate.Raw(); }
 
 private:
     double sampleRate = kDefaultSampleRate;

@@ -121,6 +121,10 @@ TEST(DistortionStage, TellsItsCaptionFigures) {
     EXPECT_EQ(stage.CrushBits(), 16.75);
     stage.SetGate(0.1);
     EXPECT_NEAR(stage.GateLevel(), 1e-4, 1e-15);
+    EXPECT_EQ(stage.GateRaw(), 0.1);
+    stage.SetSampleRate(std::nan(""));
+    stage.SetSampleRate(-1.0);
+    EXPECT_EQ(stage.ReducedRate(), 1500);
 }
 
 TEST(DistortionStage, TakesBlocksAsLargeAsAnnounced) {
