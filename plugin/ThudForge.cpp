@@ -1,0 +1,150 @@
+#include "plugin/ThudForge.h"
+
+#include "core/ParameterTable.h"
+#include "voice/StoredWaves.h"
+
+#include <array>
+#include <cstddef>
+#include <span>
+
+namespace Grimworks {
+
+namespace {
+
+constexpr std::int32_t kOutputSaturation = 0; // type of saturator curve
+constexpr double kFollowerAttack = 0.01;      // seconds
+constexpr double kFollowerRelease = 0.5;
+
+MultiSampler LoadClicks() {
+    std::array<std::span<const double>, kStoredClicks> clicks;
+    for (int i = 0; i < kStoredClicks; ++i)
+        clicks[static_cast<std::size_t>(i)] = StoredClick(i);
+    return MakeClickSamples(clicks);
+}
+
+template <typename T>
+void GrowCleared(std::vector<T>& buffer, int frames) {
+    const auto size = static_cast<std::size_t>(frames);
+    if (size > buffer.size()) buffer.assign(size, T{});
+}
+
+} // namespace
+
+ThudForge::ThudForge(audioMasterCallback audioMaster)
+    : IPlugVST(audioMaster), voiceContext{&values, nullptr, &waves, &pitchEnvelope, &clicks, &random, this},
+      voices(voiceContext), waves(random), clicks(LoadClicks()), curves(random), editorStage(curves),
+      audioStage(curves) {
+    GrowBuffers(kDefaultBlockSize);
+    // The curves have drawn their noise by now; the waves follow, and live noise goes on from there.
+    waves.GenerateWaves();
+    waves.BuildSets();
+    filterUnit.Initialise(curves);
+    bassFilterUnit.Initialise(curves);
+    saturator.Initialise(curves, kOutputSaturation);
+    follower.SetTimes(kFollowerAttack, kFollowerRelease);
+    ConstructorValues(values);
+    DefineParameters(values);
+    ConnectMidi();
+    SendAllParameters();
+}
+
+void ThudForge::ConnectMidi() {
+    midi.noteOn.Connect<&VoiceBank::NoteOn>(&voices);
+    midi.noteOff.Connect<&VoiceBank::NoteOff>(&voices);
+    midi.pitchBend.Connect<&VoiceBank::PitchBend>(&voices);
+    midi.controlChange.Connect<&VoiceBank::ControlChange>(&voices);
+}
+
+void ThudForge::Reset() {
+    const PlugLockGuard guard(Lock());
+    GrowBuffers(GetBlockSize());
+    voices.SetSampleRate(GetSampleRate());
+    pitchEnvelope.SetSampleRate(GetSampleRate());
+    voices.ResetDeferredEvents();
+    voices.SetBlockSize(GetBlockSize());
+    midi.Resize(GetBlockSize());
+    ResetEffects();
+    resetDone = true;
+}
+
+void ThudForge::ResetEffects() {
+    const double rate = GetSampleRate();
+    const int frames = GetBlockSize();
+    ringModulator.SetSampleRate(rate);
+    phaser.SetSampleRate(rate);
+    for (DistortionStage* stage : {&editorStage, &audioStage}) {
+        stage->SetSampleRate(rate);
+        stage->SetBlockSize(frames);
+    }
+    for (FilterUnit* unit : {&filterUnit, &bassFilterUnit}) {
+        unit->SetSampleRate(rate);
+        unit->SetBlockSize(frames);
+        unit->Reset();
+    }
+    equalizer.SetSampleRate(rate);
+    equalizer.SetBlockSize(frames);
+    equalizer.Reset();
+    for (DumpExpand* unit : {&dumpExpand, &bassDumpExpand}) {
+        unit->SetSampleRate(rate);
+        unit->SetBlockSize(frames);
+        unit->Reset();
+    }
+    tempoDelay.SetSampleRate(rate);
+    tempoDelay.SetTempo(GetTempo());
+    follower.SetSampleRate(rate);
+    hqFilterUnit.SetSampleRate(rate);
+}
+
+void ThudForge::RequestCurveOperation(int code) {
+    const PlugLockGuard guard(Lock());
+    if (activeFlag) {
+        pendingCurve.store(code, std::memory_order_release);
+        return;
+    }
+    RunCurveOperation(code, random, editorStage.GetDistortion(), audioStage.GetDistortion());
+    curveChanged.store(true, std::memory_order_release);
+}
+
+void ThudForge::GrowBuffers(int frames) {
+    voiceOut.Grow(frames);
+    fxOut.Grow(frames);
+    subOut.Grow(frames);
+    GrowCleared(volEnvSum, frames);
+    GrowCleared(filterEnvSum, frames);
+    GrowCleared(modSamples, frames);
+}
+
+void ThudForge::OnActivate(bool active) {
+    const PlugLockGuard guard(Lock());
+    activeFlag = active;
+    if (active) RefreshTempo();
+}
+
+void ThudForge::OnParamChange(int id) {
+    if (id < 0 || id >= kLiveParameters) return;
+    const PlugLockGuard guard(Lock());
+    const double value = GetParameterValue(id);
+    if (id < Param::BassAmount) {
+        ApplyVoiceParameter(id, value);
+    } else {
+        ApplyEffectParameter(id, value);
+    }
+    changedParameters.Mark(id);
+}
+
+/// Poly and channel pressure and program change have no meaning here; control changes are queued and then
+/// change nothing.
+void ThudForge::ProcessMidiMsg(const MidiMessage& message) {
+    switch (message.Kind()) {
+    case MidiKind::NoteOff:
+    case MidiKind::NoteOn:
+    case MidiKind::ControlChange:
+    case MidiKind::PitchWheel:
+        midi.Add(message);
+        break;
+    default:
+        break;
+    }
+}
+
+} // namespace Grimworks

@@ -1,0 +1,174 @@
+#pragma once
+
+#include "core/RandomGenerator.h"
+#include "core/SmoothedValue.h"
+#include "core/StereoBuffer.h"
+#include "core/ValueBlock.h"
+#include "effects/DistortionDataProvider.h"
+#include "effects/DistortionStage.h"
+#include "effects/DumpExpand.h"
+#include "effects/EnvFollower.h"
+#include "effects/Equalizer.h"
+#include "effects/FilterUnit.h"
+#include "effects/HqFilterUnit.h"
+#include "effects/OutputLimiter.h"
+#include "effects/Phaser.h"
+#include "effects/RingModulator.h"
+#include "effects/Saturator.h"
+#include "effects/TempoDelay.h"
+#include "plugin/ChangedParameters.h"
+#include "plugin/IPlugVST.h"
+#include "plugin/MidiReceiver.h"
+#include "plugin/PlayRequest.h"
+#include "voice/EnvelopeGenerator.h"
+#include "voice/MultiSampler.h"
+#include "voice/PitchEnvelope.h"
+#include "voice/VoiceBank.h"
+#include "voice/VoiceContext.h"
+#include "voice/WaveformProvider.h"
+
+#include <array>
+#include <atomic>
+#include <vector>
+
+namespace Grimworks {
+
+/// The instrument: owns every unit of the engine by value and turns a host's process call into sound. All
+/// operations run under the plug-in lock, which the host shell takes; ProcessDoubleReplacing and what it
+/// calls belong to the audio thread and neither allocate nor wait.
+class ThudForge final : public IPlugVST {
+public:
+    /// Builds the whole instrument at 44100 Hz and 1024 frames; `audioMaster` may be null.
+    explicit ThudForge(audioMasterCallback audioMaster);
+
+    /// Takes over sample rate and block size. Buffers grow and never shrink; the delay is emptied.
+    void Reset() override;
+
+    /// Brings the value of one parameter to the engine; ids outside 0..139 do nothing.
+    void OnParamChange(int id) override;
+
+    /// Renders one block of at most the announced size into two channels; a null channel is skipped.
+    void ProcessDoubleReplacing(double** inputs, double** outputs, int frames) override;
+
+    /// Stores the flag and, when switched on, brings the tempo to everything that is locked to it.
+    void OnActivate(bool active) override;
+
+    /// Queues note off, note on, control change and pitch wheel; everything else is dropped.
+    void ProcessMidiMsg(const MidiMessage& message) override;
+
+    bool SerializeState(ByteChunk& chunk) override;
+    int UnserializeState(const ByteChunk& chunk, int position) override;
+    [[nodiscard]] bool CompareState(std::span<const std::uint8_t> data, int position) override;
+
+    /// Runs the effect chain over `dry` and leaves the result in fxOut.
+    virtual void ProcessEffects(StereoView dry, int frames);
+
+    [[nodiscard]] const ValueBlock& Values() const { return values; }
+    [[nodiscard]] const VoiceBank& Voices() const { return voices; }
+    [[nodiscard]] const WaveformProvider& Waves() const { return waves; }
+    [[nodiscard]] const DistortionStage& EditorStage() const { return editorStage; }
+    [[nodiscard]] const DistortionStage& AudioStage() const { return audioStage; }
+
+    /// Highest absolute output since the last reset of the level display; any thread.
+    [[nodiscard]] double PeakLeft() const { return peakLeft.load(std::memory_order_relaxed); }
+    [[nodiscard]] double PeakRight() const { return peakRight.load(std::memory_order_relaxed); }
+
+    /// Runs a curve operation on both distortion stages: at once while the audio stands still, else at the
+    /// start of the next block. The last request before a block stands. Any thread.
+    void RequestCurveOperation(int code);
+
+    /// True once after the selected curve was replaced or edited; the editor then draws it anew. Any thread.
+    [[nodiscard]] bool TakeCurveChanged() { return curveChanged.exchange(false, std::memory_order_acquire); }
+    [[nodiscard]] bool IsAudioActive() const { return activeFlag; }
+
+    /// What the editor asks of the next block, and what it is told; any thread.
+    PlayRequest playRequest;
+    ChangedParameters changedParameters;
+    std::atomic<bool> peakResetPending{false};
+
+private:
+    void ConnectMidi();
+    void GrowBuffers(int frames);
+    void ResetEffects();
+
+    void ApplyVoiceParameter(int id, double value);
+    void ApplyOscillatorParameter(int oscillator, OscParam parameter, double value);
+    void ApplyLfoRate(int oscillator, double value);
+    void ApplyLfoLink(int oscillator, double value);
+    void ApplyLfoTempoSync(int oscillator, double value);
+    void ApplyEnvelopeParameter(int id, double value);
+    void ApplyEffectParameter(int id, double value);
+    void ApplyEqualizer(int id, double value);
+    static void ApplyDistortion(DistortionStage& stage, int id, double value);
+    static void ApplyFilterUnit(FilterUnit& unit, int id, double value);
+    void ApplyModulation(int id, double value);
+    void ApplyTempoDelay(int id, double value);
+    void ApplyOutput(int id, double value);
+
+    void RefreshTempo();
+    void CheckTempo();
+
+    static void ClearInputs(double** inputs, int frames);
+    void ClearSums(int frames);
+    void QueueTestNote();
+    void TickVoices(int frames);
+    void RenderVoices(int frames);
+    void ClampEnvelopeSums(int frames);
+    void RunPendingCurve();
+    void MixDryWetAndPan(StereoView fx, StereoView dry, int frames);
+    void FilterSubLayer(int frames);
+    void MixSubLayer(StereoView out, int frames);
+    void Limit(StereoView out, int frames);
+    void MixBypass(StereoView out, int frames);
+    void ApplyVolumeAndPan(StereoView out, int frames);
+    void ClipAndMeasure(StereoView out, int frames);
+
+    // The units stand in the order in which they are built, which is that in which sound passes.
+    RandomGenerator random;       ///< construction, live noise
+    RandomGenerator editorRandom; ///< previews and text dumps, so that a look at a wave changes no sound
+    ValueBlock values;
+    StereoBuffer voiceOut;
+    StereoBuffer fxOut;
+    StereoBuffer subOut;
+    std::vector<double> volEnvSum;
+    std::vector<double> filterEnvSum;
+    std::vector<ModulationRecord> modSamples;
+    MidiReceiver midi;
+    VoiceContext voiceContext;
+    VoiceBank voices;
+    SmoothedValue subAmountSm{0.9777, 0.0223};
+    SmoothedValue panSm{0.9777, 0.0223};
+    SmoothedValue volumeSm{0.9777, 0.0223};
+    SmoothedValue dryWetSm{0.99, 0.01};
+    SmoothedValue bypassSm{0.988, 0.012};
+    double bypassMix = 0.0; ///< last state of bypassSm, read by the next block's chain
+    WaveformProvider waves;
+    MultiSampler clicks;
+    PitchEnvelope pitchEnvelope;
+    FilterUnit filterUnit;
+    FilterUnit bassFilterUnit; ///< of the sub layer
+    RingModulator ringModulator;
+    Phaser phaser;
+    DistortionDataProvider curves;
+    DistortionStage editorStage; ///< keeps curve and settings for the editor's pictures
+    DistortionStage audioStage;
+    Equalizer equalizer;
+    DumpExpand dumpExpand;
+    DumpExpand bassDumpExpand; ///< of the sub layer
+    TempoDelay tempoDelay;
+    EnvFollower follower; ///< level display of the about page
+    Saturator saturator;
+    HqFilterUnit hqFilterUnit; ///< holds its filter for programs to come; nothing runs it
+    OutputLimiter limiter;
+    EnvelopeGenerator volumeDisplay{"Volume Envelope"};
+    EnvelopeGenerator filterDisplay{"Filter Envelope"};
+    std::atomic<double> peakLeft{0.0};
+    std::atomic<double> peakRight{0.0};
+    double lastTempo = 120.0;
+    std::atomic<int> pendingCurve{CurveOperation::NonePending};
+    std::atomic<bool> curveChanged{false};
+    bool activeFlag = false;
+    bool resetDone = false;
+};
+
+} // namespace Grimworks
