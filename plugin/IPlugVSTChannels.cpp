@@ -1,6 +1,7 @@
 #include "plugin/IPlugVST.h"
 
 #include <algorithm>
+#include <bit>
 #include <string>
 
 namespace Grimworks {
@@ -31,7 +32,7 @@ std::intptr_t IPlugVST::GivePin(const Call& call, bool input) {
 }
 
 std::intptr_t IPlugVST::SetSpeakers(const Call& call) {
-    const auto* wantedInputs = reinterpret_cast<const VstSpeakerArrangement*>(call.value);
+    const auto* wantedInputs = std::bit_cast<const VstSpeakerArrangement*>(call.value);
     const auto* wantedOutputs = static_cast<const VstSpeakerArrangement*>(call.ptr);
     if (wantedInputs == nullptr || wantedOutputs == nullptr) return 0;
     const auto connect = [](std::vector<Channel>& channels, std::int32_t count) {
@@ -45,7 +46,7 @@ std::intptr_t IPlugVST::SetSpeakers(const Call& call) {
 }
 
 std::intptr_t IPlugVST::GiveSpeakers(const Call& call) {
-    auto** const inputs = reinterpret_cast<VstSpeakerArrangement**>(call.value);
+    auto** const inputs = std::bit_cast<VstSpeakerArrangement**>(call.value);
     auto** const outputs = static_cast<VstSpeakerArrangement**>(call.ptr);
     if (inputs == nullptr || outputs == nullptr) return 0;
     *inputs = &inputSpeakers;

@@ -1,6 +1,7 @@
 #include "plugin/IPlugVST.h"
 
 #include <array>
+#include <bit>
 #include <cmath>
 #include <limits>
 
@@ -12,7 +13,7 @@ std::intptr_t IPlugVST::AskHost(std::int32_t opcode, std::int32_t index, std::in
 }
 
 const VstTimeInfo* IPlugVST::AskTime(std::int32_t mask) {
-    return reinterpret_cast<const VstTimeInfo*>(AskHost(HostOp::GetTime, 0, mask));
+    return std::bit_cast<const VstTimeInfo*>(AskHost(HostOp::GetTime, 0, mask));
 }
 
 void IPlugVST::BeginInformHostOfParamChange(int id) {
