@@ -1,5 +1,5 @@
-#include "AllocationCounter.h"
-#include "FilterTestTools.h"
+#include "tests/dsp/AllocationCounter.h"
+#include "tests/dsp/FilterTestTools.h"
 
 #include "dsp/Designs.h"
 

@@ -1,4 +1,4 @@
-#include "FilterTestTools.h"
+#include "tests/dsp/FilterTestTools.h"
 
 #include "dsp/RBJ.h"
 
