@@ -33,7 +33,8 @@ public:
     PolyBLEP(const PolyBLEP&) = default;
     PolyBLEP& operator=(const PolyBLEP&) = default;
 
-    /// Value at the current phase, about -1..1 (0..1 wide shifts for narrow pulses); does not advance.
+    /// Value at the current phase, -1..1 but for rectangles of other widths than 0.5, whose levels 2 - 2
+    /// width and -2 width have their mean at 0. Does not advance.
     [[nodiscard]] double Get() const {
         if (phaseInc >= kSineFrom) return Sine() * amplitude;
         switch (waveform) {
