@@ -17,6 +17,8 @@ constexpr double kQuietSeconds = 4.5;
 constexpr double kAfterSound = 0.1;
 constexpr double kMaxTail = 60.0;
 
+constexpr std::size_t kChannels = 16;
+constexpr std::size_t kKeys = 128;
 constexpr int kNoteOff = 0x8;
 constexpr int kNoteOn = 0x9;
 
@@ -33,18 +35,18 @@ std::int64_t FrameAt(double seconds, double rate) {
 std::vector<FrameEvent> Schedule(const Song& song, double rate) {
     std::vector<FrameEvent> events;
     events.reserve(song.events.size());
-    std::array<bool, 16 * 128> down{};
+    std::array<bool, kChannels * kKeys> down{};
     for (const SongEvent& event : song.events) {
         events.push_back({FrameAt(event.seconds, rate), event.bytes});
         const int kind = event.bytes[0] >> 4;
         if (kind != kNoteOn && kind != kNoteOff) continue;
-        const std::size_t key = (event.bytes[0] & 0x0FU) * 128U + (event.bytes[1] & 0x7FU);
+        const std::size_t key = (event.bytes[0] & 0x0FU) * kKeys + (event.bytes[1] & 0x7FU);
         down[key] = kind == kNoteOn && event.bytes[2] != 0;
     }
     for (std::size_t key = 0; key < down.size(); ++key) {
         if (!down[key]) continue;
-        const auto status = static_cast<std::uint8_t>(kNoteOff << 4 | static_cast<int>(key / 128));
-        events.push_back({FrameAt(song.seconds, rate), {status, static_cast<std::uint8_t>(key % 128), 0}});
+        const auto status = static_cast<std::uint8_t>(kNoteOff << 4 | static_cast<int>(key / kKeys));
+        events.push_back({FrameAt(song.seconds, rate), {status, static_cast<std::uint8_t>(key % kKeys), 0}});
     }
     return events;
 }

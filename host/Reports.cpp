@@ -75,6 +75,14 @@ std::string IdText(std::int32_t id) {
     return std::string(number.data()) + " \"" + letters + "\"";
 }
 
+/// Extended interfaces answer with more than yes and no; such numbers are known by their hexadecimal form.
+std::string AnswerText(std::intptr_t answer) {
+    if (answer >= -1 && answer <= 1) return std::to_string(answer);
+    std::array<char, 24> number{};
+    std::snprintf(number.data(), number.size(), "0x%llX", static_cast<unsigned long long>(answer));
+    return {number.data()};
+}
+
 std::string CategoryText(std::intptr_t category) {
     if (category == kCategorySynth) return "2 (synthesizer)";
     if (category == kCategoryEffect) return "1 (effect)";
@@ -152,7 +160,7 @@ void PrintCheck(PluginHost& host, const std::filesystem::path& modulePath, std::
     for (const std::string_view question : kQuestions) {
         std::string asked(question);
         sheet.Line("can do",
-                   Column(asked, 20) + std::to_string(host.Dispatch(PlugOp::CanDo, 0, 0, asked.data())));
+                   Column(asked, 20) + AnswerText(host.Dispatch(PlugOp::CanDo, 0, 0, asked.data())));
     }
     sheet.Line("program",
                std::to_string(host.CurrentProgram() + 1) + " " + host.Text(PlugOp::GetProgramName));
