@@ -56,6 +56,12 @@ public:
     /// nothing.
     void setParam(int id, double value);
 
+    /// Sets one native value and designs with it, as setParams does. A missing id only starts the sweep anew.
+    void changeParam(int id, double value);
+
+    /// Native value of a control 0..1 by the mapping of the parameter with this id; 0 when there is none.
+    [[nodiscard]] double toNativeValue(int id, double control) const;
+
     /// Every parameter's default, in native values.
     [[nodiscard]] Params getDefaultParams() const;
 

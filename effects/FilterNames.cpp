@@ -1,0 +1,76 @@
+#include "effects/FilterNames.h"
+
+#include <cmath>
+#include <cstddef>
+#include <cstdio>
+
+namespace Grimworks {
+
+namespace {
+
+template <std::size_t N>
+const FilterName& Find(const std::array<FilterName, N>& table, int number) {
+    static constexpr FilterName kNone{};
+    return number >= 0 && number < static_cast<int>(N) ? table[static_cast<std::size_t>(number)] : kNone;
+}
+
+using Text = std::array<char, 64>;
+
+} // namespace
+
+std::string_view Filter1Name(int number) {
+    return Find(kFilter1Names, number).longName;
+}
+
+std::string_view Filter1ShortName(int number) {
+    return Find(kFilter1Names, number).shortName;
+}
+
+std::string_view Filter2Name(int number) {
+    return Find(kFilter2Names, number).longName;
+}
+
+std::string_view Filter2ShortName(int number) {
+    return Find(kFilter2Names, number).shortName;
+}
+
+std::string_view FilterTransitionName(int number) {
+    return number >= 0 && number < 3 ? kFilterTransitionNames[static_cast<std::size_t>(number)] : "";
+}
+
+int Filter1Number(std::string_view name) {
+    for (std::size_t i = 0; i < kFilter1Names.size(); ++i) {
+        const FilterName& row = kFilter1Names[i];
+        if (name == row.longName || name == row.shortName || name == row.oldName) return static_cast<int>(i);
+    }
+    return 0;
+}
+
+int Filter2Number(std::string_view name) {
+    for (std::size_t i = 0; i < kFilter2Names.size(); ++i) {
+        const FilterName& row = kFilter2Names[i];
+        if (name == row.longName || name == row.oldName) return static_cast<int>(i);
+    }
+    return 0;
+}
+
+std::string FilterBalanceText(double value) {
+    Text text{};
+    std::snprintf(text.data(), text.size(), "%3.1f%% / %3.1f%%", (1.0 - value) * 100.0, value * 100.0);
+    return text.data();
+}
+
+std::string FilterCutoffText(double frequency) {
+    Text text{};
+    std::snprintf(text.data(), text.size(), "%.1fHz", frequency);
+    return text.data();
+}
+
+std::string DumpExpandText(double value) {
+    Text text{};
+    const double distance = std::fabs(value - 0.5) * 2.0 * 100.0;
+    std::snprintf(text.data(), text.size(), value < 0.5 ? "%1.1f%% LP" : "%1.1f%% HP", distance);
+    return text.data();
+}
+
+} // namespace Grimworks
