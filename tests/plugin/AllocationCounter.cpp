@@ -7,6 +7,7 @@ namespace {
 thread_local long allocations = 0;
 }
 
+#if THUDFORGE_COUNTS_ALLOCATIONS
 void* operator new(std::size_t size) {
     ++allocations;
     void* memory = std::malloc(size == 0 ? 1 : size);
@@ -26,6 +27,8 @@ void operator delete(void* memory) noexcept {
 void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
+
+#endif
 
 namespace Grimworks {
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <limits>
@@ -20,7 +21,8 @@ struct TextBuffer {
     [[nodiscard]] std::string Text() const {
         for (std::size_t i = limit; i < bytes.size(); ++i)
             EXPECT_EQ(bytes[i], '#') << "written past the buffer at " << i;
-        return {bytes.data(), strnlen(bytes.data(), limit)};
+        const auto* end = std::find(bytes.data(), bytes.data() + limit, '\0');
+        return {bytes.data(), end};
     }
 
     std::array<char, 256> bytes{};
