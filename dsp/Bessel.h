@@ -66,12 +66,14 @@ struct EdgeDesign {
     Cascade<kMaxStages> cascade;
 
 protected:
-    void Set(const EdgeTransform& transform, const Params& params) {
+    void Set(EdgeTransform (*make)(double), const Params& params) {
+        transform.Place(make, NormalisedFrequency(params[2], params[0]));
         transform.Apply(digital, prototype.Design(OrderOf(params[1], MaxOrder)));
         SetLayout(cascade, digital);
     }
 
 private:
+    EdgeTransform transform;
     LowPassPrototype<MaxOrder> prototype;
     Layout<MaxOrder> digital;
 };
@@ -81,9 +83,7 @@ template <int MaxOrder>
 struct LowPass : EdgeDesign<MaxOrder> {
     static constexpr Kind kKind = Kind::LowPass;
     static constexpr const char* kName = "Bessel Low Pass";
-    void setParams(const Params& params) {
-        this->Set(EdgeTransform::LowPass(NormalisedFrequency(params[2], params[0])), params);
-    }
+    void setParams(const Params& params) { this->Set(&EdgeTransform::LowPass, params); }
 };
 
 /// Unity at half the sample rate.
@@ -91,9 +91,7 @@ template <int MaxOrder>
 struct HighPass : EdgeDesign<MaxOrder> {
     static constexpr Kind kKind = Kind::HighPass;
     static constexpr const char* kName = "Bessel High Pass";
-    void setParams(const Params& params) {
-        this->Set(EdgeTransform::HighPass(NormalisedFrequency(params[2], params[0])), params);
-    }
+    void setParams(const Params& params) { this->Set(&EdgeTransform::HighPass, params); }
 };
 
 } // namespace Dsp::Bessel

@@ -139,12 +139,14 @@ struct ShelfDesign {
     Cascade<kMaxStages> cascade;
 
 protected:
-    void Set(const EdgeTransform& transform, const Params& params) {
+    void Set(EdgeTransform (*make)(double), const Params& params) {
+        transform.Place(make, NormalisedFrequency(params[2], params[0]));
         transform.Apply(digital, prototype.LowShelf(OrderOf(params[1], MaxOrder), params[3]));
         SetLayout(cascade, digital);
     }
 
 private:
+    EdgeTransform transform;
     Prototype<MaxOrder> prototype;
     Layout<MaxOrder> digital;
 };
@@ -154,9 +156,7 @@ template <int MaxOrder>
 struct LowShelf : ShelfDesign<MaxOrder> {
     static constexpr Kind kKind = Kind::LowShelf;
     static constexpr const char* kName = "Butterworth Low Shelf";
-    void setParams(const Params& params) {
-        this->Set(EdgeTransform::LowPass(NormalisedFrequency(params[2], params[0])), params);
-    }
+    void setParams(const Params& params) { this->Set(&EdgeTransform::LowPass, params); }
 };
 
 /// The gain at half the sample rate, half of it in dB at the cutoff, unity at 0.
@@ -164,9 +164,7 @@ template <int MaxOrder>
 struct HighShelf : ShelfDesign<MaxOrder> {
     static constexpr Kind kKind = Kind::HighShelf;
     static constexpr const char* kName = "Butterworth High Shelf";
-    void setParams(const Params& params) {
-        this->Set(EdgeTransform::HighPass(NormalisedFrequency(params[2], params[0])), params);
-    }
+    void setParams(const Params& params) { this->Set(&EdgeTransform::HighPass, params); }
 };
 
 } // namespace Dsp::Butterworth

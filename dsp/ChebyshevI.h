@@ -85,13 +85,15 @@ struct EdgeDesign {
     Cascade<kMaxStages> cascade;
 
 protected:
-    void Set(const EdgeTransform& transform, const Params& params) {
+    void Set(EdgeTransform (*make)(double), const Params& params) {
+        transform.Place(make, NormalisedFrequency(params[2], params[0]));
         const Layout<MaxOrder>& analog = prototype.Design(OrderOf(params[1], MaxOrder), params[3]);
         transform.Apply(digital, analog);
         SetLayout(cascade, digital);
     }
 
 private:
+    EdgeTransform transform;
     LowPassPrototype<MaxOrder> prototype;
     Layout<MaxOrder> digital;
 };
@@ -101,9 +103,7 @@ template <int MaxOrder>
 struct LowPass : EdgeDesign<MaxOrder> {
     static constexpr Kind kKind = Kind::LowPass;
     static constexpr const char* kName = "Chebyshev I Low Pass";
-    void setParams(const Params& params) {
-        this->Set(EdgeTransform::LowPass(NormalisedFrequency(params[2], params[0])), params);
-    }
+    void setParams(const Params& params) { this->Set(&EdgeTransform::LowPass, params); }
 };
 
 /// The mirror image: the same gain at half the sample rate.
@@ -111,9 +111,7 @@ template <int MaxOrder>
 struct HighPass : EdgeDesign<MaxOrder> {
     static constexpr Kind kKind = Kind::HighPass;
     static constexpr const char* kName = "Chebyshev I High Pass";
-    void setParams(const Params& params) {
-        this->Set(EdgeTransform::HighPass(NormalisedFrequency(params[2], params[0])), params);
-    }
+    void setParams(const Params& params) { this->Set(&EdgeTransform::HighPass, params); }
 };
 
 } // namespace Dsp::ChebyshevI

@@ -59,16 +59,28 @@ private:
 
     void Sweep(int count, double* const* channels) {
         std::array<double, kSweptParams> delta{};
-        for (std::size_t k = 0; k < kSweptParams; ++k)
+        bool still = true;
+        for (std::size_t k = 0; k < kSweptParams; ++k) {
             delta[k] = (this->params.value[k] - current.value[k]) / remainingSamples;
+            still = still && delta[k] == 0.0;
+        }
+        if (still) {
+            swept.setParams(current); // every sample would give this same design
+            this->Run(swept.cascade, 0, count, channels);
+        } else {
+            Move(delta, count, channels);
+        }
+        remainingSamples -= count;
+        if (remainingSamples == 0) current = this->params;
+    }
+
+    void Move(const std::array<double, kSweptParams>& delta, int count, double* const* channels) {
         for (int i = 0; i < count; ++i) {
             for (std::size_t k = 0; k < kSweptParams; ++k)
                 current.value[k] += delta[k];
             swept.setParams(current);
             this->Run(swept.cascade, i, i + 1, channels);
         }
-        remainingSamples -= count;
-        if (remainingSamples == 0) current = this->params;
     }
 
     Design swept;

@@ -3,6 +3,7 @@
 #include "dsp/Layout.h"
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 #include <tuple>
 #include <utility>
@@ -28,11 +29,19 @@ namespace Dsp {
 /// edge as a share of the sample rate, below 0.5; the edge is prewarped, so it lies there exactly.
 class EdgeTransform {
 public:
+    /// A transform that is yet to be placed.
+    EdgeTransform() = default;
+
     [[nodiscard]] static EdgeTransform LowPass(double fc) {
-        return {std::tan(std::numbers::pi * fc), 1.0, false};
+        return {fc, std::tan(std::numbers::pi * fc), 1.0, false};
     }
     [[nodiscard]] static EdgeTransform HighPass(double fc) {
-        return {1.0 / std::tan(std::numbers::pi * fc), -1.0, true};
+        return {fc, 1.0 / std::tan(std::numbers::pi * fc), -1.0, true};
+    }
+
+    /// Becomes make(fc) unless it stands there already: most sweeps leave the edge alone.
+    void Place(EdgeTransform (*make)(double), double fc) {
+        if (fc != edge) *this = make(fc);
     }
 
     template <int MaxPoles>
@@ -47,8 +56,8 @@ public:
     }
 
 private:
-    EdgeTransform(double factor, double direction, bool mirror)
-        : k(factor), sign(direction), mirrored(mirror) {}
+    EdgeTransform(double fc, double factor, double direction, bool mirror)
+        : edge(fc), k(factor), sign(direction), mirrored(mirror) {}
 
     [[nodiscard]] Complex Map(const Complex& root) const {
         if (IsInfinite(root)) return {-sign, 0.0};
@@ -61,9 +70,10 @@ private:
         return {Map(roots.first), Map(roots.second)};
     }
 
-    double k;
-    double sign;
-    bool mirrored;
+    double edge = std::numeric_limits<double>::quiet_NaN();
+    double k = 0.0;
+    double sign = 1.0;
+    bool mirrored = false;
 };
 
 /// Square root with a real part of 0 or more.
