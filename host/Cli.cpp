@@ -225,6 +225,8 @@ int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
     Options options;
     CLI::App app("ThudForge on the command line: plays the instrument into WAV files", "thudforge");
     app.set_version_flag("--version", "thudforge " THUDFORGE_VERSION);
+    // A path may begin with a slash on every system.
+    app.allow_windows_style_options(false);
     app.require_subcommand(1);
     const Commands commands(app, options);
     try {

@@ -166,6 +166,8 @@ TEST_F(CommandLine, FilesThatAreNoSongsAreFaults) {
     fault("none.mid", ": cannot be opened");
     fault("text.mid", ": is not a Standard MIDI file");
     fault("cut.mid", ": is truncated");
+    ExpectFault(RunHere({"render", "/no/song.mid", "-o", Out(), "--module", kModule}),
+                "/no/song.mid: cannot be opened");
     ExpectNothingLeft();
 }
 

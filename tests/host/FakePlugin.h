@@ -134,9 +134,10 @@ private:
     }
 
     void Take(const VstEvents& events) {
+        VstEvent* const* list = events.events;
         for (std::int32_t i = 0; i < events.numEvents; ++i) {
             VstMidiEvent event{};
-            std::memcpy(&event, events.events[i], sizeof event);
+            std::memcpy(&event, list[i], sizeof event);
             const int kind = (event.midiData[0] >> 4) & 0x0F;
             const bool on = kind == 9 && event.midiData[2] != 0;
             if (event.type != kMidiEvent || (kind != 8 && kind != 9)) continue;
