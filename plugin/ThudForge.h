@@ -16,6 +16,7 @@
 #include "effects/RingModulator.h"
 #include "effects/Saturator.h"
 #include "effects/TempoDelay.h"
+#include "patches/SynthProgram.h"
 #include "plugin/ChangedParameters.h"
 #include "plugin/IPlugVST.h"
 #include "plugin/MidiReceiver.h"
@@ -29,6 +30,7 @@
 
 #include <array>
 #include <atomic>
+#include <string>
 #include <vector>
 
 namespace Grimworks {
@@ -60,14 +62,33 @@ public:
     int UnserializeState(const ByteChunk& chunk, int position) override;
     [[nodiscard]] bool CompareState(std::span<const std::uint8_t> data, int position) override;
 
+    /// Saves or loads the current program: as a program file when ".fxp" occurs in the path, else as text.
+    /// Paths are UTF-8. False if the file could not be written, or is none that can be read.
+    [[nodiscard]] bool SaveProgram(const std::string& path);
+    [[nodiscard]] bool LoadProgram(const std::string& path);
+
+    /// Writes the live values as a text program. An existing file stays whole until the new one is complete.
+    [[nodiscard]] bool SaveProgramAsText(const std::string& path);
+
+    /// Takes the values, the name and, if the file has one, the curve of a text program. False, and nothing
+    /// changed, if the file cannot be read. The audio waits for the length of the load.
+    [[nodiscard]] bool LoadProgramFromText(const std::string& path);
+
     /// Runs the effect chain over `dry` and leaves the result in fxOut.
     virtual void ProcessEffects(StereoView dry, int frames);
+
+    /// The instrument's own requests, see OwnOp: to save or load the current program by its path.
+    std::intptr_t VendorSpecific(std::int32_t index, std::intptr_t value, void* ptr, float opt) override;
 
     [[nodiscard]] const ValueBlock& Values() const { return values; }
     [[nodiscard]] const VoiceBank& Voices() const { return voices; }
     [[nodiscard]] const WaveformProvider& Waves() const { return waves; }
     [[nodiscard]] const DistortionStage& EditorStage() const { return editorStage; }
     [[nodiscard]] const DistortionStage& AudioStage() const { return audioStage; }
+
+    /// The envelopes as the editor draws them; they stay at 44100 Hz.
+    [[nodiscard]] const EnvelopeGenerator& VolumeDisplay() const { return volumeDisplay; }
+    [[nodiscard]] const EnvelopeGenerator& FilterDisplay() const { return filterDisplay; }
 
     /// Highest absolute output since the last reset of the level display; any thread.
     [[nodiscard]] double PeakLeft() const { return peakLeft.load(std::memory_order_relaxed); }
@@ -79,6 +100,8 @@ public:
 
     /// True once after the selected curve was replaced or edited; the editor then draws it anew. Any thread.
     [[nodiscard]] bool TakeCurveChanged() { return curveChanged.exchange(false, std::memory_order_acquire); }
+
+    /// Whether the host has switched the instrument on; any thread.
     [[nodiscard]] bool IsAudioActive() const { return activeFlag; }
 
     /// What the editor asks of the next block, and what it is told; any thread.
@@ -88,6 +111,7 @@ public:
 
 private:
     void ConnectMidi();
+    void PackFactoryBank(const std::vector<SynthProgram>& bank);
     void GrowBuffers(int frames);
     void ResetEffects();
 
@@ -167,7 +191,7 @@ private:
     double lastTempo = 120.0;
     std::atomic<int> pendingCurve{CurveOperation::NonePending};
     std::atomic<bool> curveChanged{false};
-    bool activeFlag = false;
+    std::atomic<bool> activeFlag{false};
     bool resetDone = false;
 };
 

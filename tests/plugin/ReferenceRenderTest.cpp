@@ -29,8 +29,8 @@ TEST_P(ReferenceRender, AgreesWithTheSlowComputation) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, ReferenceRender, testing::ValuesIn(ReferenceCaseNames(kFolder)),
-                         [](const testing::TestParamInfo<std::string>& info) {
-                             std::string name = info.param;
+                         [](const testing::TestParamInfo<std::string>& reference) {
+                             std::string name = reference.param;
                              for (char& c : name) {
                                  if (c == '-') c = '_';
                              }
