@@ -75,4 +75,12 @@ void AppendFixed(std::string& text, double value, int decimals) {
     if (result.ec == std::errc{}) text.append(buffer.data(), result.ptr);
 }
 
+void AppendGeneral(std::string& text, double value) {
+    constexpr int kDigits = 6;
+    std::array<char, 32> buffer;
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                      std::chars_format::general, kDigits);
+    if (result.ec == std::errc{}) text.append(buffer.data(), result.ptr);
+}
+
 } // namespace Grimworks

@@ -1,6 +1,6 @@
 #include "plugin/ThudForge.h"
 
-#include "core/ParameterTable.h"
+#include "patches/FactoryBank.h"
 #include "voice/StoredWaves.h"
 
 #include <array>
@@ -42,10 +42,12 @@ ThudForge::ThudForge(audioMasterCallback audioMaster)
     bassFilterUnit.Initialise(curves);
     saturator.Initialise(curves, kOutputSaturation);
     follower.SetTimes(kFollowerAttack, kFollowerRelease);
-    ConstructorValues(values);
+    const std::vector<SynthProgram> bank = MakeFactoryBank();
+    values = bank.front().values;
     DefineParameters(values);
     ConnectMidi();
-    SendAllParameters();
+    PackFactoryBank(bank);
+    RestorePreset(0);
 }
 
 void ThudForge::ConnectMidi() {

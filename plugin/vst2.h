@@ -134,6 +134,17 @@ enum : std::int32_t {
 };
 } // namespace PlugOp
 
+/// The instrument's own requests: VendorSpecific with one of these as index and the path of a file, UTF-8
+/// with its end mark, as pointer. The current program is loaded or saved, as a program file if ".fxp" occurs
+/// in the path, else as text. The answer is 1 when it was done, else 0, as with plug-ins that do not know the
+/// request.
+namespace OwnOp {
+enum : std::int32_t {
+    LoadProgramFile = 0x54466C64, ///< "TFld"
+    SaveProgramFile = 0x54467376, ///< "TFsv"
+};
+} // namespace OwnOp
+
 /// What a plug-in asks of its host.
 namespace HostOp {
 enum : std::int32_t {

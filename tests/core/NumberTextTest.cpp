@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <limits>
 #include <string>
@@ -75,4 +76,17 @@ TEST(NumberText, WritesFixedNotation) {
     EXPECT_EQ(fixed(2.5, 0), "x2");
     EXPECT_EQ(fixed(1e300, 10).size(), 1U + 301U + 11U);
     EXPECT_EQ(fixed(std::numeric_limits<double>::max(), 10).size(), 1U + 309U + 11U);
+}
+
+TEST(NumberText, WritesTheShorterOfBothNotations) {
+    // The process runs in the "C" locale here, where printf is the yardstick.
+    for (const double value :
+         {0.0, -0.0, 1.0, 0.5, 0.555556, 1.0 / 3.0, 1.259, 123456.0, 1234567.0, 1e-4, 1e-5, 0.0001234567,
+          1e300, -2.5e-300, 100000.0, 999999.5, 0.30000000000000004}) {
+        char expected[64];
+        std::snprintf(expected, sizeof expected, "x%g", value);
+        std::string text = "x";
+        AppendGeneral(text, value);
+        EXPECT_EQ(text, expected);
+    }
 }
