@@ -82,10 +82,10 @@ std::vector<int> ParseNotes(const std::vector<std::string>& texts) {
     return notes;
 }
 
-/// One command at work: the module, the instance in it, and what both were told.
-class Session {
+/// The instrument that one command works with: the module, and an instance set up by the options.
+class LoadedInstrument {
 public:
-    explicit Session(const Options& commandOptions)
+    explicit LoadedInstrument(const Options& commandOptions)
         : options(commandOptions),
           module(options.module.empty() ? Module::Find() : PathFromText(options.module)),
           host(module.Entry(), TextFromPath(module.Path()),
@@ -134,14 +134,14 @@ private:
 int RunRender(const Options& options, std::ostream& out, std::ostream& err) {
     const SoundOptions sound = ParseSound(options);
     const Song song = MidiFile::Load(PathFromText(options.song));
-    return Session(options).Render(song, sound, out, err);
+    return LoadedInstrument(options).Render(song, sound, out, err);
 }
 
 int RunNote(const Options& options, std::ostream& out, std::ostream& err) {
     const SoundOptions sound = ParseSound(options);
     const double seconds = ParseSeconds("--seconds", options.seconds, kShortestNote);
     const Song song = MakeNotes(ParseNotes(options.notes), options.velocity, seconds);
-    return Session(options).Render(song, sound, out, err);
+    return LoadedInstrument(options).Render(song, sound, out, err);
 }
 
 void AddModule(CLI::App& command, Options& options) {
@@ -197,10 +197,10 @@ struct Commands {
 int Run(const Commands& commands, const Options& options, std::ostream& out, std::ostream& err) {
     if (commands.render->parsed()) return RunRender(options, out, err);
     if (commands.note->parsed()) return RunNote(options, out, err);
-    Session session(options);
-    if (commands.params->parsed()) PrintParameters(session.Host(), out);
-    if (commands.programs->parsed()) PrintPrograms(session.Host(), out);
-    if (commands.check->parsed()) PrintCheck(session.Host(), session.ModulePath(), out);
+    LoadedInstrument instrument(options);
+    if (commands.params->parsed()) PrintParameters(instrument.Host(), out);
+    if (commands.programs->parsed()) PrintPrograms(instrument.Host(), out);
+    if (commands.check->parsed()) PrintCheck(instrument.Host(), instrument.ModulePath(), out);
     return kExitDone;
 }
 

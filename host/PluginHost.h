@@ -69,7 +69,7 @@ public:
     /// Hands over the stored state of one program; false if the plug-in refuses it.
     bool SetProgramChunk(std::span<const std::uint8_t> bytes);
 
-    /// The tempo that the plug-in is told, null for 120. It must outlive the next calls of Process.
+    /// The tempo that the plug-in is given, null for 120. It must outlive the next calls of Process.
     void FollowTempo(const TempoMap* map) { tempoMap = map; }
 
     /// Switches audio on or off.

@@ -17,7 +17,8 @@ struct RenderResult {
     bool interrupted = false;
 };
 
-/// Is told how many seconds stand and how many there will be at least; returns false to end the render early.
+/// Gets the seconds that stand and the seconds that there will be at least; returns false to end the render
+/// early.
 using RenderProgress = std::function<bool(double seconds, double expected)>;
 
 /// Plays a song through a plug-in into a file, block by block, each message at its own sample. Keys that the

@@ -13,7 +13,8 @@ struct MusicalPosition {
     int denominator = 4;   ///< of the time signature
 };
 
-/// The tempo and time signature of a piece of music over its length. 120 and 4/4 until told otherwise.
+/// The tempo and time signature of a piece of music over its length. 120 and 4/4 until something else is
+/// added.
 class TempoMap {
 public:
     /// From `seconds` on, a quarter note lasts `microseconds` (above 0). Calls come in rising order of time;

@@ -13,7 +13,7 @@
 
 namespace Grimworks::Testing {
 
-/// A plug-in made for looking at hosts: it notes down what it is told, and turns every note on into a single
+/// A plug-in made for looking at hosts: it notes down what reaches it, and turns every note on into a single
 /// sample of velocity / 127 and every note off into one of -0.25, so that a render shows where each message
 /// went.
 class FakePlugin {

@@ -56,7 +56,7 @@ Bytes RichFile() {
 
 } // namespace
 
-TEST(MidiFile, TypeZeroIsReadAt120UntilToldOtherwise) {
+TEST(MidiFile, TypeZeroIsReadAt120UntilATempoComes) {
     const Bytes track = Bytes{0x00, 0x90, 60, 100, 0x60, 0x80, 60, 64} + kEndOfTrack;
     const Song song = Parse(MidiBytes(0, 96, {track}));
     ASSERT_EQ(song.events.size(), 2U);

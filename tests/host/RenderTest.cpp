@@ -59,7 +59,7 @@ Rendered RenderFake(FakePlugin&, const Song& song, std::optional<double> tail, i
     return rendered;
 }
 
-/// Note ons at the given frames, the song ending with the last of them unless told otherwise.
+/// Note ons at the given frames, in a song of `length` frames.
 Song SongOf(const std::vector<std::int64_t>& frames, std::int64_t length) {
     Song song;
     std::uint8_t key = 0;
