@@ -146,23 +146,23 @@ void Note::PanOscillator(int index, MixStretch& mix, double* samples, int count)
 }
 
 void Note::Finish(const MixStretch& mix, const VoiceOutput& output, int from, int count) const {
-    for (int i = 0; i < count; ++i) {
-        const auto at = static_cast<std::size_t>(i);
-        const auto n = static_cast<std::size_t>(from + i);
-        const double g = velocity * mix.gain[at]; // velocity acts twice, which gives the squared law
+    const auto size = static_cast<std::size_t>(count);
+    const auto offset = static_cast<std::size_t>(from);
+    for (std::size_t i = 0; i < size; ++i) {
+        const std::size_t n = offset + i;
+        const double g = velocity * mix.gain[i]; // velocity acts twice, which gives the squared law
         const double click = g * clickBuffer[n];
-        output.sum.left[n] += mix.left[at] * g + click;
-        output.sum.right[n] += mix.right[at] * g + click;
+        output.sum.left[n] += mix.left[i] * g + click;
+        output.sum.right[n] += mix.right[i] * g + click;
         output.subSum[n] += g * subBuffer[n];
     }
-    for (int i = 0; i < count; ++i) {
-        const auto at = static_cast<std::size_t>(i);
-        const int n = from + i;
-        if (output.volEnvSum != nullptr) output.volEnvSum[n] += mix.gain[at];
-        if (output.filterEnvSum != nullptr) output.filterEnvSum[n] += mix.cutoff[at];
+    for (std::size_t i = 0; i < size; ++i) {
+        const std::size_t n = offset + i;
+        if (output.volEnvSum != nullptr) output.volEnvSum[n] += mix.gain[i];
+        if (output.filterEnvSum != nullptr) output.filterEnvSum[n] += mix.cutoff[i];
         if (output.modRecords == nullptr) continue;
         for (std::size_t k = 0; k < kOscillators; ++k)
-            output.modRecords[n][k] = mix.lfo[k][at];
+            output.modRecords[n][k] = mix.lfo[k][i];
     }
 }
 

@@ -119,9 +119,10 @@ TEST(VoiceBank, TheLastVoiceLeavesItsLfoInTheRecords) {
     rig.NoteOn(0, 50);
     rig.NoteOn(640, 60);
     rig.Play(1280);
-    for (int i = 1; i < 640; ++i)
-        ASSERT_NEAR(rig.out.lfo[static_cast<std::size_t>(i)][0], std::sin(2.0 * kPi * 10.0 / 44100.0 * i),
-                    1e-12);
+    for (std::size_t i = 1; i < 640; ++i) {
+        const double phase = 10.0 / 44100.0 * static_cast<double>(i);
+        ASSERT_NEAR(rig.out.lfo[i][0], std::sin(2.0 * kPi * phase), 1e-12) << i;
+    }
     EXPECT_EQ(rig.out.lfo[640][0], 0.0);
     EXPECT_NEAR(rig.out.lfo[740][0], std::sin(2.0 * kPi * 10.0 / 44100.0 * 100.0), 1e-12);
 }

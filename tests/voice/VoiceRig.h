@@ -127,7 +127,7 @@ public:
                 event->second(i);
             bank.Tick();
         }
-        const auto size = static_cast<std::size_t>(start + count);
+        const std::size_t size = out.left.size() + static_cast<std::size_t>(count);
         for (std::vector<double>* channel :
              {&out.left, &out.right, &out.sub, &out.volumeEnvelope, &out.filterEnvelope})
             channel->resize(size, 0.0);
