@@ -27,7 +27,7 @@ public:
     void SetOnOff(double value) { off = value == 0.0; }
     /// 0..1 for a peak of up to 21 times the pitch.
     void SetAmount(double value) { amount = value; }
-    /// 0..1 for a fall of up to 2 s.
+    /// 0..1 for a fall of up to 2 s. Below 0 the fall is left out, and the slide ends before the rise does.
     void SetDuration(double value) { decayTime = value * 2.0; }
     /// 0..1, limited to 0.002 from below: how soon the fall comes.
     void SetPower(double value) { power = value > kSmallestPower ? value : kSmallestPower; }
@@ -41,7 +41,7 @@ public:
     [[nodiscard]] double Factor(double seconds) const {
         if (off) return 1.0;
         const double end = kAttackTime + decayTime;
-        if (seconds >= end) return 1.0 - down;
+        if (seconds >= end) return (seconds < kAttackTime ? Rise(seconds) : 1.0) - down;
         return Rise(seconds) - down * seconds / end;
     }
 

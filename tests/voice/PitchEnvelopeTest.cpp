@@ -72,6 +72,17 @@ TEST(PitchEnvelope, DurationZeroEndsAfterTheRise) {
     EXPECT_EQ(envelope.Factor(0.5), 1.0);
 }
 
+TEST(PitchEnvelope, ADurationBelowZeroLeavesTheRiseAndNoFall) {
+    for (const double duration : {-0.0002, -1.0}) {
+        const PitchEnvelope envelope = Sweep(0.5, duration, 0.5, 0.25);
+        EXPECT_DOUBLE_EQ(envelope.Factor(0.0008), 1.0 + 10.0 * 0.8 - 0.25) << duration; // the slide is over
+        EXPECT_EQ(envelope.Factor(0.001), 0.75) << duration;
+        EXPECT_EQ(envelope.Factor(1.0), 0.75) << duration;
+    }
+    // While the slide lasts, both act.
+    EXPECT_DOUBLE_EQ(Sweep(0.5, -0.0002, 0.5, 0.25).Factor(0.0003), 1.0 + 10.0 * 0.3 - 0.25 * 0.5);
+}
+
 TEST(PitchEnvelope, TheDisplayCurveShowsRisesAsAShareAndFallsInFull) {
     std::array<double, kPitchCurvePoints> curve{};
     Sweep(1.0, 0.5, 0.1, 0.0).DrawCurve(curve);
