@@ -1,6 +1,6 @@
 #include "voice/Arpeggiator.h"
 
-#include "core/Maths.h"
+#include <algorithm>
 
 namespace Grimworks {
 
@@ -22,8 +22,9 @@ void Arpeggiator::Reset(int noteMode, double tempo, double sampleRate) {
     target = 1.0;
     mode = noteMode;
     const double sane = tempo > 0.0 ? tempo : kFallbackTempo;
-    const double samples = Clamp(60.0 / sane * kStepFraction * sampleRate, 0.0, kLongestStep);
-    stepSamples = static_cast<std::uint32_t>(samples);
+    const double samples = 60.0 / sane * kStepFraction * sampleRate;
+    const double limited = samples > 0.0 ? std::min(samples, kLongestStep) : 0.0;
+    stepSamples = static_cast<std::uint32_t>(limited);
     nextStep = stepSamples;
 }
 

@@ -22,6 +22,12 @@ double TargetRatio(double shape, double scale) {
     return std::max(shape * shape * shape * scale + kTargetFloor, kSmallestTarget);
 }
 
+/// Whole points of a display curve; NaN counts as none.
+int WholePoints(double points) {
+    if (!(points > 0.0)) return 0;
+    return points < kEnvelopeCurvePoints ? static_cast<int>(points) : kEnvelopeCurvePoints;
+}
+
 } // namespace
 
 EnvelopeGenerator::EnvelopeGenerator(std::string_view displayName) : name(displayName) {
@@ -88,8 +94,8 @@ void EnvelopeGenerator::DrawCurve(std::array<double, kEnvelopeCurvePoints>& out,
     const double samples = duration * sampleRate;
     const double attackPoints = attackRate / samples / 3.0 * kWidth;
     const double releasePoints = releaseRate / samples / 3.0 * kWidth;
-    const int decayStart = static_cast<int>(std::clamp(attackPoints, 0.0, kWidth));
-    const int releaseStart = kEnvelopeCurvePoints - static_cast<int>(std::clamp(releasePoints, 0.0, kWidth));
+    const int decayStart = WholePoints(attackPoints);
+    const int releaseStart = kEnvelopeCurvePoints - WholePoints(releasePoints);
     const double decayPoints =
         kDecayStretch / std::max(releaseStart - decayStart, 1) * decayRate / samples * kWidth;
 

@@ -92,7 +92,7 @@ void Note::Start(int velocityByte, int offset) {
     sampleCount = 0;
     fadeIndex = 0;
     blockPos = 0;
-    startOffset = std::max(offset, 0);
+    startOffset = std::clamp(offset, 0, blockSize);
     subPhase = 0.0;
     for (VoiceOscillator& oscillator : oscillators)
         std::fill(oscillator.buffer.begin(), oscillator.buffer.end(), 0.0);

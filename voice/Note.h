@@ -84,7 +84,7 @@ public:
     void SetNote(int note);
 
     /// Starts the envelopes with this velocity, 0..127, and clears what belongs to the last note. The sound
-    /// begins `offset` samples into the block; a negative offset counts as 0.
+    /// begins `offset` samples into the block; the offset is limited to 0 up to the block size.
     void Start(int velocityByte, int offset);
 
     /// Note off: both envelopes that are not off go into release.

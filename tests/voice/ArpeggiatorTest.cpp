@@ -82,6 +82,9 @@ TEST(Arpeggiator, ExtremeTemposKeepTheStepWithinItsRange) {
     EXPECT_EQ(arpeggiator.StepSamples(), 0U);
     for (const double ratio : Ratios(arpeggiator, 1000))
         ASSERT_TRUE(ratio > 0.99 && ratio < 1.5);
+    // No length at all: no beat at a rate without end.
+    arpeggiator.Reset(9, std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(arpeggiator.StepSamples(), 0U);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <vector>
 
 namespace Grimworks {
@@ -253,6 +254,21 @@ TEST(EnvelopeGenerator, TheDisplayCurveBeginsAndEndsAtZero) {
     EXPECT_EQ(curve.back(), 0.0);
     for (std::size_t i = 1; i + 1 < curve.size(); ++i)
         ASSERT_EQ(curve[i], 30.0) << i;
+}
+
+TEST(EnvelopeGenerator, TheDisplayCurveStaysInItsWidthForAnyStageLength) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    for (const double length : {-1.0, 7.0, 1e300, kInfinity, -kInfinity, std::nan("")}) {
+        EnvelopeGenerator envelope;
+        envelope.SetAttack(length);
+        envelope.SetRelease(length);
+        std::array<double, kEnvelopeCurvePoints> curve{};
+        curve.fill(99.0);
+        envelope.DrawCurve(curve, 1.0);
+        EXPECT_EQ(std::count(curve.begin(), curve.end(), 99.0), 0) << length;
+        EXPECT_EQ(curve.front(), 0.0) << length;
+        EXPECT_EQ(curve.back(), 0.0) << length;
+    }
 }
 
 TEST(EnvelopeGenerator, TheDisplayCurveGivesEachStageUpToAThird) {

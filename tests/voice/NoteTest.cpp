@@ -219,8 +219,9 @@ TEST(Note, AnOscillatorAtVolumeZeroKeepsFilteringStaleSamples) {
     for (int i = 0; i < 20; ++i)
         voice.Block(512); // the volume glides to nothing
     EXPECT_LT(Peak(voice.left), 1e-12);
-    // The buffer still holds what the filter made of itself, scaled by the volume.
+    // No new samples come, and each block filters and scales what the last one left of the old ones.
     const std::vector<double> before = voice.note.Oscillator(0).buffer;
+    EXPECT_LT(Peak(before), 1e-12);
     voice.Tick(512);
     EXPECT_EQ(voice.note.Oscillator(0).buffer, before);
 }
@@ -308,10 +309,15 @@ TEST(Note, WritingWrapsAtTheLargestBlockSizeEverGiven) {
 }
 
 TEST(Note, AnOffsetBeyondTheBufferWritesInside) {
-    SingleNote voice;
-    voice.Start(60, 127, 5000);
-    voice.Block(200);
-    EXPECT_TRUE(std::isfinite(Peak(voice.left)));
+    for (const int offset : {kDefaultBlockSize, 5000, std::numeric_limits<int>::max()}) {
+        SingleNote voice;
+        voice.rig.Set(0, OscParam::Phase, 0.75);
+        voice.Start(60, 127, offset);
+        voice.Tick(200);
+        const std::vector<double>& buffer = voice.note.Oscillator(0).buffer;
+        EXPECT_NE(buffer[0], 0.0) << offset;
+        EXPECT_EQ(Peak(Part(buffer, 1, kDefaultBlockSize - 1)), 0.0) << offset;
+    }
 }
 
 TEST(Note, MoreFramesThanTheBlockSizeAreNotRendered) {
