@@ -374,5 +374,28 @@ TEST(VoiceBank, SurvivesAStormOfEventsAndParameters) {
     }
 }
 
+TEST(VoiceBank, ValuesBelowTheirRangeHangNoVoice) {
+    PlainRig rig(44100.0, 100);
+    for (int i = 0; i < kOscillators; ++i) {
+        rig.Set(i, OscParam::OnOff, 1.0);
+        rig.SetWave(i, 6 + i); // two tables and noise
+    }
+    for (int id = 0; id < Param::BassAmount; ++id) {
+        for (const double value : {-1e-9, -1.0, -1000.0, -1e9, -1e300}) {
+            const double before = rig.values[id];
+            rig.Set(id, value);
+            rig.bank.NoteOn(60, 127, 99);
+            rig.bank.PitchBend(99, 1.0);
+            rig.PlayBlock(100);
+            rig.PlayBlock(100);
+            EXPECT_EQ(rig.bank.ActiveVoices(), 1) << id << " " << value;
+            rig.Set(id, before);
+            rig.bank.NoteOff(60, 0);
+            rig.PlayBlock(100);
+            EXPECT_EQ(rig.bank.ActiveVoices(), 0) << id << " " << value;
+        }
+    }
+}
+
 } // namespace
 } // namespace Grimworks::Testing
