@@ -243,6 +243,20 @@ TEST(Note, AnOscillatorThatIsOffLeavesItsLfoStanding) {
     EXPECT_NEAR(rig.bank.Voice(0).Oscillator(0).blep[0].phaseInc, increment, 1e-15);
 }
 
+TEST(Note, AnLfoThatIsStoppedInANoteLeavesThePitchWhereItStands) {
+    PlainRig rig;
+    rig.Set(0, OscParam::LfoRate, 0.5);
+    rig.Set(0, OscParam::LfoToTune, 1.0);
+    rig.NoteOn(0, 69);
+    rig.Play(640);
+    rig.Set(0, OscParam::LfoRate, 0.0);
+    rig.Play(640);
+    EXPECT_EQ(rig.out.lfo[1000][0], 0.0); // nothing for the second pass
+    const double last = std::sin(2.0 * kPi * 10.0 / 44100.0 * 639.0);
+    const double increment = 440.0 / 44100.0 * (1.0 + kSemitoneStep * last);
+    EXPECT_NEAR(rig.bank.Voice(0).Oscillator(0).blep[0].phaseInc, increment, 1e-14);
+}
+
 TEST(Note, AnLfoAtRateZeroGivesNothing) {
     PlainRig rig;
     rig.Set(0, OscParam::LfoRate, 0.0);

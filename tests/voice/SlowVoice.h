@@ -48,9 +48,10 @@ public:
         for (int i = 0; i < kOscillators; ++i) {
             const double d = At(i, OscParam::Phase) - 0.5;
             const double phase = d >= 0.0 ? d - std::trunc(d) : 1.0 - std::trunc(d) + d;
-            for (int u = 0; u < 2; ++u)
-                oscillators[Index(i)].blep[Index(u)].phase = oscillators[Index(i)].wave[Index(u)].phase =
-                    phase;
+            for (int u = 0; u < 2; ++u) {
+                oscillators[Index(i)].blep[Index(u)].phase = phase;
+                oscillators[Index(i)].wave[Index(u)].phase = phase;
+            }
         }
         arpCounter = 0;
         arpIndex = 0;
