@@ -56,9 +56,10 @@ void Compare(unsigned seed, double& peak) {
                     ExpectClose(rig.out.volumeEnvelope[at], expected.gain, "volume envelope", seed, frame));
                 ASSERT_NO_FATAL_FAILURE(
                     ExpectClose(rig.out.filterEnvelope[at], expected.cutoff, "filter envelope", seed, frame));
-                for (std::size_t k = 0; k < kOscillators; ++k)
+                for (std::size_t k = 0; k < kOscillators; ++k) {
                     ASSERT_NO_FATAL_FAILURE(
                         ExpectClose(rig.out.lfo[at][k], expected.lfo[k], "LFO", seed, frame));
+                }
             }
         }
         ASSERT_EQ(rig.bank.ActiveVoices(), slow.IsActive() ? 1 : 0);
