@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -157,7 +158,7 @@ private:
     template <typename Sample>
     void Render(Sample** outputs, std::int32_t frames) {
         if (const auto answer = Ask(HostOp::GetTime); answer != 0) {
-            times.push_back(*reinterpret_cast<const VstTimeInfo*>(answer));
+            times.push_back(*std::bit_cast<const VstTimeInfo*>(answer));
         }
         blockSizes.push_back(frames);
         for (int channel = 0; channel < record.numOutputs; ++channel) {

@@ -16,7 +16,7 @@ using namespace Grimworks::Testing;
 
 namespace {
 
-constexpr int kRate = 48000;
+constexpr std::int64_t kRate = 48000;
 
 /// The samples of the left channel that are not 0, by frame, and the number of frames.
 struct Rendered {
@@ -49,8 +49,8 @@ Rendered RenderFake(FakePlugin&, const Song& song, std::optional<double> tail, i
                     const RenderProgress& progress = {}) {
     const TempFolder folder("render");
     const auto path = folder.Path("a.wav");
-    PluginHost host(FakePlugin::Entry, "fake.so", {kRate, block});
-    WavWriter wav(path, 2, kRate, SampleFormat::Float64);
+    PluginHost host(FakePlugin::Entry, "fake.so", {static_cast<double>(kRate), block});
+    WavWriter wav(path, 2, static_cast<int>(kRate), SampleFormat::Float64);
     const RenderResult result = RenderSong(host, song, tail, wav, SampleFormat::Float64, progress);
     wav.Commit();
     Rendered rendered = ReadBack(path);
@@ -64,8 +64,8 @@ Song SongOf(const std::vector<std::int64_t>& frames, std::int64_t length) {
     Song song;
     std::uint8_t key = 0;
     for (const std::int64_t frame : frames) {
-        song.events.push_back({static_cast<double>(frame) / kRate, {0x90, key, 127}});
-        song.events.push_back({static_cast<double>(frame) / kRate, {0xB0, 64, 0}});
+        song.events.push_back({static_cast<double>(frame) / static_cast<double>(kRate), {0x90, key, 127}});
+        song.events.push_back({static_cast<double>(frame) / static_cast<double>(kRate), {0xB0, 64, 0}});
         ++key;
     }
     song.seconds = static_cast<double>(length) / kRate;
@@ -172,8 +172,7 @@ TEST(Render, ItCanBeStoppedFromOutside) {
 
 TEST(Render, ASongThatAWavFileCannotHoldIsRefusedBeforeItStarts) {
     FakePlugin plugin;
-    EXPECT_THROW(static_cast<void>(RenderFake(plugin, SongOf({0}, std::int64_t{86400} * kRate), 0.0, 4096)),
-                 HostError);
+    EXPECT_THROW(static_cast<void>(RenderFake(plugin, SongOf({0}, 86400 * kRate), 0.0, 4096)), HostError);
     EXPECT_TRUE(plugin.blockSizes.empty());
 }
 
