@@ -34,5 +34,6 @@ step() {
 use_compiler_cache() {
     if command -v ccache >/dev/null; then
         export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
+        export CCACHE_BASEDIR=$PWD CCACHE_SLOPPINESS=pch_defines,time_macros
     fi
 }
