@@ -74,9 +74,11 @@ double IParam::FromNormalized(double normalized) const {
     return v > max ? max : v;
 }
 
-void IParam::SetNormalized(double normalized) {
-    if (std::isnan(normalized)) return;
-    value = FromNormalized(normalized);
+bool IParam::SetNormalized(double normalized) {
+    const double plain = FromNormalized(normalized);
+    if (!std::isfinite(plain)) return false;
+    value = plain;
+    return true;
 }
 
 void IParam::SetValue(double plain) {

@@ -36,9 +36,9 @@ public:
     /// The value on 0..1, limited to the range first.
     [[nodiscard]] double GetNormalized() const;
 
-    /// Takes a value from 0..1. Above 1 it is limited, below 0 it is not: hosts are trusted there. A NaN is
-    /// ignored.
-    void SetNormalized(double normalized);
+    /// Takes a value from 0..1. Above 1 it is limited, below 0 it is not: hosts are trusted there. A NaN and
+    /// a negative infinity would never leave the engine's smoothers again: false, and the old value stays.
+    bool SetNormalized(double normalized);
 
     /// What SetNormalized would store, for any parameter but with NaN passed through.
     [[nodiscard]] double FromNormalized(double normalized) const;

@@ -103,9 +103,7 @@ double IPlugBase::GetParameterValue(int id) const {
 
 bool IPlugBase::StoreNormalized(int id, double normalized) {
     IParam* param = GetParam(id);
-    if (param == nullptr || std::isnan(normalized)) return false;
-    param->SetNormalized(normalized);
-    return true;
+    return param != nullptr && param->SetNormalized(normalized);
 }
 
 void IPlugBase::TellEditor(int id, double value, bool normalized) {

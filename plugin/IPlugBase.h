@@ -156,8 +156,8 @@ public:
     [[nodiscard]] double GetParameterValue(int id) const;
 
     /// The plug-in itself sets a parameter: it takes the value (limited to the range's top), the editor shows
-    /// it, the host hears of it, the engine follows. A bad id or a NaN does nothing. Any thread, the audio
-    /// thread included.
+    /// it, the host hears of it, the engine follows. A bad id, a NaN or a negative infinity does nothing. Any
+    /// thread, the audio thread included.
     void SetParameterFromPlug(int id, double normalized);
 
     /// A control sets a parameter: as above, but the editor knows already.

@@ -115,6 +115,17 @@ TEST(IParam, NanKeepsTheOldValue) {
     EXPECT_EQ(param.Value(), 0.75);
 }
 
+TEST(IParam, NegativeInfinityKeepsTheOldValueAndPositiveIsTheTop) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    IParam param = WithStep(0.001, 0.75);
+    EXPECT_FALSE(param.SetNormalized(-kInfinity));
+    EXPECT_EQ(param.Value(), 0.75);
+    EXPECT_TRUE(param.SetNormalized(-1e300)) << "far below the range, but a number";
+    EXPECT_EQ(param.Value(), -1e300);
+    EXPECT_TRUE(param.SetNormalized(kInfinity));
+    EXPECT_EQ(param.Value(), 1.0);
+}
+
 TEST(IParam, PlainValuesAreLimitedAtBothEnds) {
     IParam param = WithStep(0.001, 0.0, 1.259);
     param.SetValue(-3.0);

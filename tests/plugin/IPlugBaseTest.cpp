@@ -130,14 +130,16 @@ TEST(IPlugBase, TheHostsChangeReachesEditorAndEngineOnly) {
     EXPECT_EQ(both.plug.changes, std::vector<int>{10});
 }
 
-TEST(IPlugBase, NanIsNeverTakenOnAnyRoad) {
+TEST(IPlugBase, WhatIsNoNumberIsNeverTakenOnAnyRoad) {
     PlugAndHost both;
     TestEditor editor;
     both.plug.AttachGraphics(&editor);
     const double before = both.plug.GetParameterValue(137);
-    both.plug.SetParameterFromHost(137, kNaN);
-    both.plug.SetParameterFromPlug(137, kNaN);
-    both.plug.SetParameterFromGUI(137, kNaN);
+    for (const double value : {kNaN, -std::numeric_limits<double>::infinity()}) {
+        both.plug.SetParameterFromHost(137, value);
+        both.plug.SetParameterFromPlug(137, value);
+        both.plug.SetParameterFromGUI(137, value);
+    }
     EXPECT_FALSE(both.plug.SetParameterFromText(137, "nan"));
     EXPECT_EQ(both.plug.GetParameterValue(137), before);
     EXPECT_TRUE(editor.told.empty());
