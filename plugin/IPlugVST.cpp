@@ -102,6 +102,7 @@ void IPlugVST::HostSpecificInit() {
             outputChannels[i].connected = true;
     }
     effect.numInputs = ConnectedCount(inputChannels);
+    effect.numOutputs = ConnectedCount(outputChannels);
     RefreshSpeakers();
     OnHostIdentified();
 }

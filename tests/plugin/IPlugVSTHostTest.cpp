@@ -200,6 +200,27 @@ TEST(IPlugVSTHost, InitRunsOnceAndTellsThePlugIn) {
     EXPECT_EQ(both.plug.Effect()->numOutputs, 2);
 }
 
+TEST(IPlugVSTHost, InitBringsTheRecordInLineWithTheConnectedChannels) {
+    PlugIdentity wide;
+    wide.channels = "2-4";
+    PlugAndHost both(wide);
+    VstSpeakerArrangement inputs{};
+    VstSpeakerArrangement outputs{};
+    inputs.numChannels = 1;
+    outputs.numChannels = 3;
+    both.Dispatch(PlugOp::SetSpeakerArrangement, 0, reinterpret_cast<std::intptr_t>(&inputs), &outputs);
+    EXPECT_EQ(both.plug.Effect()->numOutputs, 4);
+    both.plug.HostSpecificInit();
+    EXPECT_EQ(both.plug.Effect()->numInputs, 1);
+    EXPECT_EQ(both.plug.Effect()->numOutputs, 3);
+    VstSpeakerArrangement* toldInputs = nullptr;
+    VstSpeakerArrangement* toldOutputs = nullptr;
+    both.Dispatch(PlugOp::GetSpeakerArrangement, 0, reinterpret_cast<std::intptr_t>(&toldInputs),
+                  &toldOutputs);
+    EXPECT_EQ(toldInputs->numChannels, 1);
+    EXPECT_EQ(toldOutputs->numChannels, 3);
+}
+
 TEST(IPlugVSTHost, FourHostsGetNoMoreThanStereoInputs) {
     PlugIdentity wide;
     wide.channels = "6-6";
