@@ -49,7 +49,8 @@ public:
     /// Brings the value of one parameter to the engine; ids outside 0..139 do nothing.
     void OnParamChange(int id) override;
 
-    /// Renders one block of at most the announced size into two channels; a null channel is skipped.
+    /// Renders one block of at most the announced size into two channels, both of which must be
+    /// there; a null input channel is skipped.
     void ProcessDoubleReplacing(double** inputs, double** outputs, int frames) override;
 
     /// Stores the flag and, when switched on, brings the tempo to everything that is locked to it.
