@@ -81,6 +81,7 @@ std::intptr_t Instrument::Host(AEffect* effect, std::int32_t opcode, std::int32_
                                std::intptr_t /*value*/, void* /*ptr*/, float /*opt*/) {
     if (effect == nullptr || effect->user == nullptr) return 0;
     auto& self = *static_cast<Instrument*>(effect->user);
+    if (opcode == HostOp::GetTime) ++self.clockCalls;
     if (opcode == HostOp::GetTime && self.hasTime) return reinterpret_cast<std::intptr_t>(&self.time);
     if (opcode == HostOp::Automate && index >= 0 && index < kParameters) {
         ++self.automated[static_cast<std::size_t>(index)];

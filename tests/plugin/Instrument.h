@@ -35,6 +35,9 @@ public:
     void SetTempo(double beatsPerMinute);
     [[nodiscard]] int AutomateCalls(int id) const { return automated[static_cast<std::size_t>(id)]; }
 
+    /// How often the instrument has looked at the clock.
+    [[nodiscard]] int ClockCalls() const { return clockCalls; }
+
     void SetBlockSize(int frames);
     void Set(int id, double normalized) {
         Effect()->setParameter(Effect(), id, static_cast<float>(normalized));
@@ -60,6 +63,7 @@ private:
 
     VstTimeInfo time{};
     bool hasTime = false;
+    int clockCalls = 0;
     std::vector<int> automated = std::vector<int>(kParameters, 0);
     int blockSize;
     std::unique_ptr<ThudForge> plug;

@@ -1,4 +1,5 @@
-#include "tests/plugin/Instrument.h"
+#include "tests/plugin/AllocationCounter.h"
+#include "tests/plugin/Measure.h"
 
 #include <gtest/gtest.h>
 
@@ -15,8 +16,7 @@ namespace {
 
 constexpr double kCeiling = 3.1622777;
 
-/// Long enough for every smoother of the output to stand.
-constexpr int kSettle = 8192;
+constexpr int kSettle = kSettleFrames;
 
 /// A steady sine of one note, everything else neutral.
 void PlaySteadySine(Instrument& instrument, int note = 57) {
@@ -26,13 +26,6 @@ void PlaySteadySine(Instrument& instrument, int note = 57) {
     instrument.Set(Param::EnvSustain, 1.0);
     instrument.Render(kSettle);
     instrument.NoteOn(note);
-}
-
-double Rms(const std::vector<double>& x, std::size_t from) {
-    double sum = 0.0;
-    for (std::size_t i = from; i < x.size(); ++i)
-        sum += x[i] * x[i];
-    return std::sqrt(sum / static_cast<double>(x.size() - from));
 }
 
 } // namespace
@@ -81,6 +74,36 @@ TEST(ThudForge, BypassLeavesTheDrySumAndStopsTheChainOnlyBehindTheFade) {
     EXPECT_NEAR(bypassed.Peak(), dry, 0.01);
 }
 
+TEST(ThudForge, TheDelayStandsStillBehindTheBypassFadeUntilTheChainRunsAgain) {
+    const auto playIntoTheDelay = [](Instrument& instrument) {
+        OpenProgram(instrument);
+        instrument.Set(Param::TempoDelayAmount, 1.0);
+        instrument.SetTempo(120.0); // 22050 frames
+        instrument.Render(kSettle);
+        instrument.NoteOn(57);
+        instrument.Render(256);
+        instrument.NoteOff(57);
+        instrument.Render(256);
+    };
+    Instrument running;
+    playIntoTheDelay(running);
+    // Behind the fade's frame 1460 the chain stops with the next block, the 24th.
+    running.Render(23 * 64);
+    const Instrument::Audio expected = running.Render(22080);
+    for (const int blocks : {24, 40, 1000}) {
+        Instrument bypassed;
+        playIntoTheDelay(bypassed);
+        bypassed.Set(Param::BypassFX, 1.0);
+        bypassed.Render(blocks * 64);
+        bypassed.Set(Param::BypassFX, 0.0);
+        bypassed.Render(64); // still skipped, as the fade only moves behind the chain
+        const Instrument::Audio audio = bypassed.Render(22080);
+        const std::vector<double> echo(audio.left.begin() + 4096, audio.left.end());
+        EXPECT_GT(*std::max_element(echo.begin(), echo.end()), 0.3) << blocks;
+        EXPECT_LT(LargestDifference(audio, expected, 4096), 1e-9) << blocks;
+    }
+}
+
 TEST(ThudForge, SoloOfTheSubLayerReplacesTheChain) {
     Instrument instrument;
     PlaySteadySine(instrument);
@@ -92,7 +115,7 @@ TEST(ThudForge, SoloOfTheSubLayerReplacesTheChain) {
     instrument.Render(kSettle);
     const Instrument::Audio sub = instrument.Render(kSettle);
     // Volume still applies behind the solo.
-    EXPECT_NEAR(Rms(sub.left, 0), 0.25 * 1.259 * 0.705 / std::numbers::sqrt2, 0.005);
+    EXPECT_NEAR(Rms(sub.left), 0.25 * 1.259 * 0.705 / std::numbers::sqrt2, 0.005);
     for (std::size_t i = 0; i < sub.left.size(); ++i)
         ASSERT_NEAR(sub.left[i], sub.right[i], 1e-9);
 }
@@ -153,9 +176,19 @@ TEST(ThudForge, ATempoThatIsNotANumberRefreshesWithEveryBlockAndIsNeverStored) {
     Instrument instrument;
     instrument.Set(Osc(0, OscParam::LfoTempoSync), 5.0 / 9.0);
     const double before = instrument.Get(Osc(0, OscParam::LfoRate));
+    const auto looksInABlock = [&instrument] {
+        const int calls = instrument.ClockCalls();
+        instrument.Render(64);
+        return instrument.ClockCalls() - calls;
+    };
     instrument.SetTempo(std::numeric_limits<double>::quiet_NaN());
-    instrument.Render(64 * 10);
+    // Every block looks once; a refresh looks again for the locked LFO and for the delay.
+    for (int block = 0; block < 10; ++block)
+        EXPECT_EQ(looksInABlock(), 3) << block;
     EXPECT_EQ(instrument.Get(Osc(0, OscParam::LfoRate)), before);
+    instrument.SetTempo(120.0);
+    EXPECT_EQ(looksInABlock(), 3);
+    EXPECT_EQ(looksInABlock(), 1);
 }
 
 TEST(ThudForge, WithoutATempoLockedLfosStop) {
@@ -188,11 +221,33 @@ TEST(ThudForge, TheOutputPanActsTwiceOnTheWetSignal) {
     instrument.Set(Param::Pan, 0.25);
     instrument.Render(kSettle);
     const Instrument::Audio audio = instrument.Render(44100);
-    EXPECT_NEAR(Rms(audio.right, 0) / Rms(audio.left, 0), 0.5 * 0.5, 1e-6);
+    EXPECT_NEAR(Rms(audio.right) / Rms(audio.left), 0.5 * 0.5, 1e-6);
     instrument.Set(Param::Pan, 0.75);
     instrument.Render(kSettle);
     const Instrument::Audio other = instrument.Render(44100);
-    EXPECT_NEAR(Rms(other.left, 0) / Rms(other.right, 0), 0.5 * 0.5, 1e-6);
+    EXPECT_NEAR(Rms(other.left) / Rms(other.right), 0.5 * 0.5, 1e-6);
+}
+
+TEST(ThudForge, ThePanGlidesThroughAWholeBlockInTheChainBeforeItGlidesAtTheOutput) {
+    for (const int blockSize : {16, 64}) {
+        Instrument instrument(44100.0, blockSize);
+        PlaySteadySine(instrument);
+        instrument.Set(Param::LimiterMode, 0.0);
+        instrument.Set(Param::DryWet, 0.0); // both sides alike
+        instrument.Render(2 * kSettle);
+        instrument.Set(Param::Pan, 0.0);
+        const Instrument::Audio audio = instrument.Render(4 * blockSize);
+        int compared = 0;
+        for (int i = 0; i < 4 * blockSize; ++i) {
+            const auto frame = static_cast<std::size_t>(i);
+            if (std::fabs(audio.left[frame]) < 1e-3) continue;
+            const int inChain = i / blockSize * 2 * blockSize + i % blockSize + 1;
+            const double expected = std::pow(0.9777, inChain) * std::pow(0.9777, inChain + blockSize);
+            ASSERT_NEAR(audio.right[frame] / audio.left[frame], expected, 1e-9) << blockSize << " " << i;
+            ++compared;
+        }
+        EXPECT_GT(compared, 3 * blockSize);
+    }
 }
 
 TEST(ThudForge, InputBuffersAreWiped) {
@@ -273,6 +328,54 @@ TEST(ThudForge, A65thNoteStaysSilentUntilAVoiceIsFree) {
     EXPECT_EQ(instrument.Plug().Voices().Voice(10).NoteNumber(), 101);
 }
 
+TEST(ThudForge, ValuesThatAreNoNumbersLeaveNothingBehindInTheSound) {
+    Instrument::Audio renders[2];
+    for (const bool hostile : {false, true}) {
+        Instrument instrument;
+        PlaySteadySine(instrument);
+        for (int id = 0; hostile && id < kParameters; ++id) {
+            instrument.Set(id, -std::numeric_limits<double>::infinity());
+            instrument.Set(id, std::numeric_limits<double>::quiet_NaN());
+        }
+        renders[hostile ? 1 : 0] = instrument.Render(4096);
+    }
+    EXPECT_TRUE(renders[0] == renders[1]);
+    EXPECT_GT(renders[0].Peak(), 0.1);
+}
+
+TEST(ThudForge, ABlockAllocatesNothingWhateverItHasToDo) {
+    Instrument instrument;
+    OpenProgram(instrument);
+    for (int i = 0; i < kOscillators; ++i) {
+        instrument.Set(Osc(i, OscParam::OnOff), 1.0);
+        instrument.Set(Osc(i, OscParam::LfoTempoSync), 5.0 / 9.0);
+    }
+    instrument.Set(Param::NoteTransposeMode, 8.0 / 9.0); // the arpeggio asks for the tempo
+    instrument.Set(Param::ModulationOnOff, 1.0);
+    for (const int id : {Param::BassLayerAmount, Param::BassLayerToFilter, Param::BassLayerClick,
+                         Param::Distortion, Param::DynShaper, Param::FilterInputDrive,
+                         Param::RingModulationAmount, Param::RingModulationFrequency, Param::PhaserDepth,
+                         Param::TempoDelayAmount, Param::Saturation, Param::FilterEnvToDistortion})
+        instrument.Set(id, 1.0);
+    std::vector<double> left(1000);
+    std::vector<double> right(1000);
+    double* outputs[] = {left.data(), right.data()};
+    double peak = 0.0;
+    for (int block = 0; block < 20; ++block) {
+        instrument.NoteOn(30 + block, 100, 5 * block);
+        instrument.Midi(0xE0, 0, 100, 40);
+        instrument.SetTempo(60.0 + 10.0 * block);
+        instrument.Plug().RequestCurveOperation(block % CurveOperation::NonePending);
+        instrument.Plug().playRequest.Post(80 + block, 2);
+        const long before = AllocationCount();
+        instrument.Effect()->processDoubleReplacing(instrument.Effect(), nullptr, outputs, 1000);
+        EXPECT_EQ(AllocationCount(), before) << block;
+        EXPECT_EQ(before > 0, kCountsAllocations);
+        peak = std::max(peak, *std::max_element(left.begin(), left.end()));
+    }
+    EXPECT_GT(peak, 0.1);
+}
+
 TEST(ThudForge, TwoFreshInstancesRenderTheSameBitForBit) {
     Instrument::Audio renders[2];
     for (Instrument::Audio& audio : renders) {
@@ -340,14 +443,6 @@ Instrument::Audio RenderInBlocksOf(int blockSize, Change change) {
         done += frames;
     }
     return audio;
-}
-
-double LargestDifference(const Instrument::Audio& a, const Instrument::Audio& b) {
-    double largest = 0.0;
-    for (std::size_t i = 0; i < a.left.size(); ++i) {
-        largest = std::max({largest, std::fabs(a.left[i] - b.left[i]), std::fabs(a.right[i] - b.right[i])});
-    }
-    return largest;
 }
 
 } // namespace
