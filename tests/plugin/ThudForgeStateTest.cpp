@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kStateSize = 4 + 8 * (kCurvePoints + kParameters);
 constexpr int kCurveEnd = 4 + 8 * kCurvePoints;
-constexpr std::size_t kCurveBytes{8 * kCurvePoints};
+constexpr std::size_t kCurveBytes = sizeof(CurvePoints);
 
 double CurveValue(int number) {
     return static_cast<double>(number) / (kCurves - 1);
