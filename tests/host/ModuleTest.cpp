@@ -193,7 +193,8 @@ TEST_F(ModuleTest, ParametersOutsideTheTableAndValuesThatAreNoNumbersChangeNothi
     effect->setParameter(effect, 4, std::numeric_limits<float>::quiet_NaN());
     EXPECT_EQ(effect->getParameter(effect, 4), before);
     for (int id = 0; id < 159; ++id) {
-        for (const float value : {-1e30F, 1e30F, std::numeric_limits<float>::infinity(), -0.5F, 1.5F}) {
+        for (const float value : {-1e30F, 1e30F, std::numeric_limits<float>::infinity(),
+                                  -std::numeric_limits<float>::infinity(), -0.5F, 1.5F}) {
             effect->setParameter(effect, id, value);
             EXPECT_GE(effect->getParameter(effect, id), 0.0F) << id;
             EXPECT_LE(effect->getParameter(effect, id), 1.0F) << id;
