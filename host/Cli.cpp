@@ -1,11 +1,13 @@
 #include "host/Cli.h"
 
+#include "host/AllPrograms.h"
 #include "host/Files.h"
 #include "host/HostError.h"
 #include "host/Interrupt.h"
 #include "host/MidiFile.h"
 #include "host/Module.h"
 #include "host/NoteName.h"
+#include "host/ProgramFile.h"
 #include "host/Progress.h"
 #include "host/Render.h"
 #include "host/Reports.h"
@@ -16,7 +18,10 @@
 #include <algorithm>
 #include <charconv>
 #include <exception>
+#include <filesystem>
 #include <optional>
+#include <system_error>
+#include <thread>
 
 namespace Grimworks {
 
@@ -24,12 +29,17 @@ namespace {
 
 constexpr double kMaxSeconds = 3600.0;
 constexpr double kShortestNote = 0.001;
+// What --all-programs plays without a song: a key between the basses and the leads.
+constexpr int kSampleKey = 48;
+constexpr double kSampleSeconds = 1.0;
 
 /// Everything that can be said on the command line, with what holds when it is not.
 struct Options {
     std::string song;
     std::vector<std::string> notes;
     std::string output;
+    std::string folder; ///< of --all-programs
+    std::string source; ///< of convert
     std::string module;
     std::string program;
     std::vector<std::string> settings;
@@ -131,7 +141,48 @@ private:
     PluginHost host;
 };
 
+std::filesystem::path MakeFolder(const std::string& text) {
+    const std::filesystem::path folder = PathFromText(text);
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (!std::filesystem::is_directory(folder, error)) throw HostError(text + ": is no folder");
+    return folder;
+}
+
+int RunAllPrograms(const Options& options, std::ostream& out, std::ostream& err) {
+    const SoundOptions sound = ParseSound(options);
+    const Song song = options.song.empty() ? MakeNotes({kSampleKey}, options.velocity, kSampleSeconds)
+                                           : MidiFile::Load(PathFromText(options.song));
+    const Module module(options.module.empty() ? Module::Find() : PathFromText(options.module));
+    AllProgramsJob job;
+    job.entry = module.Entry();
+    job.moduleName = TextFromPath(module.Path());
+    job.setup = {static_cast<double>(options.rate), options.block};
+    job.song = &song;
+    job.tail = sound.tail;
+    job.format = sound.format;
+    job.settings = options.settings;
+    job.folder = MakeFolder(options.folder);
+    job.threads = std::thread::hardware_concurrency();
+    Progress progress(err, IsTerminal(2));
+    const AllProgramsResult result = RenderAllPrograms(job, [&progress](int done, int total) {
+        progress.ShowCount(done, total);
+        return !InterruptRequested();
+    });
+    progress.Finish();
+    if (result.interrupted) {
+        err << "thudforge: " << options.folder << ": interrupted after " << result.written << " of "
+            << result.total << " programs\n";
+        return kExitInterrupted;
+    }
+    out << options.folder << ": " << result.written << " programs\n";
+    return kExitDone;
+}
+
 int RunRender(const Options& options, std::ostream& out, std::ostream& err) {
+    if (!options.folder.empty()) return RunAllPrograms(options, out, err);
+    if (options.song.empty()) throw HostError("song is required, or --all-programs");
+    if (options.output.empty()) throw HostError("--output is required, or --all-programs");
     const SoundOptions sound = ParseSound(options);
     const Song song = MidiFile::Load(PathFromText(options.song));
     return LoadedInstrument(options).Render(song, sound, out, err);
@@ -144,20 +195,27 @@ int RunNote(const Options& options, std::ostream& out, std::ostream& err) {
     return LoadedInstrument(options).Render(song, sound, out, err);
 }
 
+int RunConvert(const Options& options, std::ostream& out) {
+    LoadedInstrument instrument(options);
+    ChooseProgram(instrument.Host(), options.source);
+    SaveProgramFile(instrument.Host(), PathFromText(options.output));
+    out << options.output << ": " << instrument.Host().Text(PlugOp::GetProgramName) << '\n';
+    return kExitDone;
+}
+
 void AddModule(CLI::App& command, Options& options) {
     command.add_option("--module", options.module,
                        "the module to load instead of the one installed with this program");
 }
 
-void AddProgram(CLI::App& command, Options& options) {
-    command.add_option("--program", options.program,
-                       "program by number (1 is the first), by name, or an .fxp file");
+CLI::Option* AddProgram(CLI::App& command, Options& options) {
+    return command.add_option("--program", options.program,
+                              "program by number (1 is the first), by name, or an .fxp or text program file");
 }
 
 void AddSound(CLI::App& command, Options& options) {
     AddModule(command, options);
-    AddProgram(command, options);
-    command.add_option("-o,--output", options.output, "the WAV file to write")->required();
+    command.add_option("-o,--output", options.output, "the WAV file to write");
     command
         .add_option("--set", options.settings, "NAME=VALUE or ID=VALUE, value from 0 to 1; may be repeated")
         ->allow_extra_args(false);
@@ -172,15 +230,28 @@ struct Commands {
     Commands(CLI::App& app, Options& options)
         : render(app.add_subcommand("render", "Play a MIDI file into a WAV file")),
           note(app.add_subcommand("note", "Play notes, one after the other, into a WAV file")),
+          convert(app.add_subcommand("convert", "Write a program file in the other form")),
           params(app.add_subcommand("params", "List the parameters")),
           programs(app.add_subcommand("programs", "List the programs")),
           check(app.add_subcommand("check", "Load the module and show what a host sees")) {
-        render->add_option("song", options.song, "a Standard MIDI file of type 0 or 1")->required();
+        render->add_option("song", options.song, "a Standard MIDI file of type 0 or 1");
         AddSound(*render, options);
+        render
+            ->add_option("--all-programs", options.folder,
+                         "a folder for one WAV file per program, of the song or, without one, of a note")
+            ->excludes(AddProgram(*render, options))
+            ->excludes(render->get_option("--output"));
         note->add_option("notes", options.notes, "C0 to G10 (C5 is 60), or 0 to 127")->required();
         note->add_option("--seconds", options.seconds, "how long each key is held");
         note->add_option("--velocity", options.velocity, "1 to 127")->check(CLI::Range(1, 127));
         AddSound(*note, options);
+        AddProgram(*note, options);
+        note->get_option("--output")->required();
+        convert->add_option("in", options.source, "a program file, or a program by number or name")
+            ->required();
+        convert->add_option("out", options.output, "an .fxp file, or a text program under any other name")
+            ->required();
+        AddModule(*convert, options);
         AddModule(*params, options);
         AddProgram(*params, options);
         AddModule(*programs, options);
@@ -189,6 +260,7 @@ struct Commands {
 
     CLI::App* render;
     CLI::App* note;
+    CLI::App* convert;
     CLI::App* params;
     CLI::App* programs;
     CLI::App* check;
@@ -197,6 +269,7 @@ struct Commands {
 int Run(const Commands& commands, const Options& options, std::ostream& out, std::ostream& err) {
     if (commands.render->parsed()) return RunRender(options, out, err);
     if (commands.note->parsed()) return RunNote(options, out, err);
+    if (commands.convert->parsed()) return RunConvert(options, out);
     LoadedInstrument instrument(options);
     if (commands.params->parsed()) PrintParameters(instrument.Host(), out);
     if (commands.programs->parsed()) PrintPrograms(instrument.Host(), out);

@@ -197,6 +197,16 @@ bool PluginHost::SetProgramChunk(std::span<const std::uint8_t> bytes) {
     return Dispatch(PlugOp::SetChunk, kOneProgram, static_cast<std::intptr_t>(copy.size()), copy.data()) != 0;
 }
 
+bool PluginHost::LoadProgram(const std::string& path) {
+    std::string copy = path;
+    return Dispatch(PlugOp::VendorSpecific, OwnOp::LoadProgramFile, 0, copy.data()) == 1;
+}
+
+bool PluginHost::SaveProgram(const std::string& path) {
+    std::string copy = path;
+    return Dispatch(PlugOp::VendorSpecific, OwnOp::SaveProgramFile, 0, copy.data()) == 1;
+}
+
 void PluginHost::Activate(bool active) {
     if (active == running) return;
     running = active;

@@ -69,6 +69,11 @@ public:
     /// Hands over the stored state of one program; false if the plug-in refuses it.
     bool SetProgramChunk(std::span<const std::uint8_t> bytes);
 
+    /// Has the instrument itself load or save its current program, as a program file if ".fxp" occurs in the
+    /// path, else as text. False if it could not, or if it is a plug-in that does not know the request.
+    bool LoadProgram(const std::string& path);
+    bool SaveProgram(const std::string& path);
+
     /// The tempo that the plug-in is given, null for 120. It must outlive the next calls of Process.
     void FollowTempo(const TempoMap* map) { tempoMap = map; }
 

@@ -3,8 +3,10 @@
 #include "host/Files.h"
 #include "host/HostError.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
+#include <string_view>
 #include <vector>
 
 namespace Grimworks {
@@ -73,7 +75,32 @@ void ApplyParameters(PluginHost& host, std::span<const std::uint8_t> bytes, cons
         host.SetParameter(static_cast<int>(id), values[id]);
 }
 
+bool IsTextProgram(std::string_view text) {
+    if (text.find('\0') != std::string_view::npos) return false;
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        const std::size_t equals = line.find(" = ");
+        if (equals != std::string_view::npos && line.find(';', equals) != std::string_view::npos) return true;
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+    }
+    return false;
+}
+
 } // namespace
+
+void LoadTextProgram(PluginHost& host, const std::filesystem::path& path) {
+    const std::vector<std::uint8_t> bytes = ReadFileBytes(path, kMaxFileBytes);
+    const std::string name = TextFromPath(path);
+    if (!IsTextProgram({reinterpret_cast<const char*>(bytes.data()), bytes.size()})) {
+        throw HostError(name + ": is no program");
+    }
+    if (!host.LoadProgram(name)) throw HostError(name + ": the instrument does not take this program");
+}
+
+void SaveProgramFile(PluginHost& host, const std::filesystem::path& path) {
+    const std::string name = TextFromPath(path);
+    if (!host.SaveProgram(name)) throw HostError(name + ": cannot be written");
+}
 
 void LoadProgramFile(PluginHost& host, const std::filesystem::path& path) {
     ApplyProgramFile(host, ReadFileBytes(path, kMaxFileBytes), TextFromPath(path));

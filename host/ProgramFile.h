@@ -14,7 +14,14 @@ namespace Grimworks {
 /// HostError with one line that names the file and the fault.
 void LoadProgramFile(PluginHost& host, const std::filesystem::path& path);
 
-/// The same for a file that is already in memory; `name` stands for it in messages.
+/// Loads a text program: the instrument reads it, once the file has proved to be text with at least one line
+/// "KEY = VALUE;". Throws HostError like the other.
+void LoadTextProgram(PluginHost& host, const std::filesystem::path& path);
+
+/// Saves the current program, in the form that the path chooses. Throws HostError if the instrument cannot.
+void SaveProgramFile(PluginHost& host, const std::filesystem::path& path);
+
+/// As LoadProgramFile for a file that is already in memory; `name` stands for it in messages.
 void ApplyProgramFile(PluginHost& host, std::span<const std::uint8_t> bytes, const std::string& name);
 
 } // namespace Grimworks

@@ -3,6 +3,7 @@
 #include "host/Reports.h"
 
 #include <algorithm>
+#include <string>
 
 namespace Grimworks {
 
@@ -10,6 +11,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kPatience{500};
 constexpr std::chrono::milliseconds kStep{100};
+constexpr int kBarWidth = 24;
 
 } // namespace
 
@@ -20,10 +22,22 @@ Progress::~Progress() {
     Finish();
 }
 
-void Progress::Show(double seconds, double expected) {
-    if (!terminal || Clock::now() < next) return;
+bool Progress::IsTime() {
+    if (!terminal || Clock::now() < next) return false;
     next = Clock::now() + kStep;
     shown = true;
+    return true;
+}
+
+void Progress::ShowCount(int done, int total) {
+    if (total <= 0 || !IsTime()) return;
+    std::string bar(static_cast<std::size_t>(kBarWidth), '.');
+    std::fill_n(bar.begin(), kBarWidth * done / total, '#');
+    out << "\r[" << bar << "] " << done << " of " << total << ' ' << std::flush;
+}
+
+void Progress::Show(double seconds, double expected) {
+    if (!IsTime()) return;
     out << "\rrendering " << FixedText(seconds, 1) << " of " << FixedText(std::max(seconds, expected), 1)
         << " s " << std::flush;
 }

@@ -19,10 +19,15 @@ public:
     /// So many seconds of sound stand, of so many that are expected.
     void Show(double seconds, double expected);
 
+    /// So many pieces stand, of so many, as a bar.
+    void ShowCount(int done, int total);
+
     /// Clears the line.
     void Finish();
 
 private:
+    [[nodiscard]] bool IsTime();
+
     using Clock = std::chrono::steady_clock;
 
     std::ostream& out;

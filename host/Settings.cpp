@@ -6,8 +6,10 @@
 
 #include <algorithm>
 #include <charconv>
+#include <filesystem>
 #include <optional>
 #include <string_view>
+#include <system_error>
 
 namespace Grimworks {
 
@@ -98,13 +100,16 @@ void ChooseProgram(PluginHost& host, const std::string& text) {
     }
     const auto path = PathFromText(text);
     const std::string extension = LowerCase(TextFromPath(path.extension()));
-    if (extension == ".fxp") {
+    if (extension == ".fxp" || text.find(".fxp") != std::string::npos) {
         LoadProgramFile(host, path);
-    } else if (extension == ".txt" || extension == ".gw" || extension == ".tgp") {
-        throw HostError(text + ": of program files only .fxp can be read");
-    } else {
+        return;
+    }
+    std::error_code error;
+    const bool looksLikeFile = !extension.empty() || path.has_parent_path();
+    if (!std::filesystem::exists(path, error) && !looksLikeFile) {
         throw HostError(text + ": there is no program of this name");
     }
+    LoadTextProgram(host, path);
 }
 
 } // namespace Grimworks

@@ -13,8 +13,8 @@ namespace Grimworks {
 /// Carries out "NAME=VALUE" or "ID=VALUE" with a value from 0 to 1. Throws HostError for anything else.
 void ApplySetting(PluginHost& host, const std::string& text);
 
-/// Makes the program current that is given by number (1 is the first), by name, or by the path of an ".fxp"
-/// file. Throws HostError when there is none.
+/// Makes the program current that is given by number (1 is the first), by name, or by the path of a program
+/// file: ".fxp", or text under any other name. Throws HostError when there is none.
 void ChooseProgram(PluginHost& host, const std::string& text);
 
 } // namespace Grimworks
