@@ -142,7 +142,7 @@ private:
 };
 
 std::filesystem::path MakeFolder(const std::string& text) {
-    const std::filesystem::path folder = PathFromText(text);
+    std::filesystem::path folder = PathFromText(text);
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (!std::filesystem::is_directory(folder, error)) throw HostError(text + ": is no folder");
