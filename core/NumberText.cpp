@@ -49,11 +49,13 @@ double ParseNumber(std::string_view text) {
     if (text.starts_with('-')) return 0.0;
 
     double value = 0.0;
+    bool found = false;
     const auto read = [&value](std::string_view number, std::chars_format format) {
         return std::from_chars(number.data(), number.data() + number.size(), value, format);
     };
     const auto settle = [&](std::string_view number, std::from_chars_result result, std::string_view marks,
                             long digitExponent) {
+        found = result.ec != std::errc::invalid_argument;
         if (result.ec != std::errc::result_out_of_range) return;
         const auto length = static_cast<std::size_t>(result.ptr - number.data());
         const bool large = IsTooLarge(number.substr(0, length), marks, digitExponent);
@@ -65,7 +67,7 @@ double ParseNumber(std::string_view text) {
     } else {
         settle(text, read(text, std::chars_format::general), "eE", 1);
     }
-    return negative ? -value : value;
+    return negative && found ? -value : value; // a lone sign is no number, so no negative zero either
 }
 
 void AppendFixed(std::string& text, double value, int decimals) {

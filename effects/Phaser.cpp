@@ -41,7 +41,14 @@ double Phaser::NextCoefficient() {
     const double delay = kMinDelay + (kMaxDelay - kMinDelay) * (std::sin(lfoPhase) + 1.0) / 2.0;
     lfoPhase += lfoIncrement;
     if (lfoPhase >= 2.0 * kPi) lfoPhase -= 2.0 * kPi;
+    if (!(lfoPhase >= 0.0 && lfoPhase < 2.0 * kPi)) RecoverPhase();
     return (1.0 - delay) / (1.0 + delay);
+}
+
+/// Rates beyond the knob's range carry the phase so far off that an ordinary step would no longer move it.
+void Phaser::RecoverPhase() {
+    lfoPhase = std::isfinite(lfoPhase) ? std::fmod(lfoPhase, 2.0 * kPi) : 0.0;
+    if (lfoPhase < 0.0) lfoPhase += 2.0 * kPi;
 }
 
 double Phaser::Chain::Tick(double input, double feedbackGain, double coefficient) {

@@ -43,6 +43,7 @@ private:
     };
 
     double NextCoefficient();
+    void RecoverPhase();
 
     Chain left;
     Chain right;

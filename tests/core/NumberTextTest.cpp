@@ -57,6 +57,10 @@ TEST(NumberText, ReadsWhatTheCLibraryReads) {
 TEST(NumberText, TextWithoutANumberIsZero) {
     for (const char* text : {"", " ", "-", "+", "--1", "+-1", "-+1", "abc", ".", "e5", ",", "0x-1", "- 1"})
         EXPECT_EQ(ParseNumber(text), 0.0) << text;
+    for (const char* text : {"-", "-abc", "- 1", "--1"})
+        EXPECT_FALSE(std::signbit(ParseNumber(text))) << text;
+    EXPECT_TRUE(std::signbit(ParseNumber("-0")));
+    EXPECT_TRUE(std::signbit(ParseNumber("-0x0")));
 }
 
 TEST(NumberText, ReadsNaN) {

@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 using namespace Grimworks;
 using namespace Grimworks::Testing;
@@ -134,6 +136,34 @@ TEST(Phaser, TheToggleFadesOver499FramesWithinTheBlock) {
     EXPECT_LT(phaser.Fade(), 1.0);
     phaser.Process(signal.From(0), 1);
     EXPECT_EQ(phaser.Fade(), 1.0);
+}
+
+TEST(Phaser, TheSweepGoesOnAfterAnyRate) {
+    for (const double knob : {-0.7, -3.4e38, 3.4e38, 1e308, -1e308}) {
+        Phaser phaser;
+        phaser.SetDepth(1.0);
+        phaser.SetFeedback(0.0);
+        phaser.SetRate(knob);
+        Signal before(500, 0.1);
+        phaser.Process(before.View(), 500);
+        phaser.SetRate(0.5); // 10 Hz
+        constexpr int kFrames = 22050;
+        Signal signal(kFrames);
+        for (int i = 0; i < kFrames; ++i)
+            signal.left[static_cast<std::size_t>(i)] = std::sin(2.0 * kPi * 2205.0 * i / 44100.0);
+        phaser.Process(signal.View(), kFrames);
+        // A phase that stands still would leave a steady tone; the sweep moves its level, ten times a second.
+        std::vector<double> levels;
+        for (std::size_t i = 2205; i + 20 <= signal.left.size(); i += 20) {
+            double power = 0.0;
+            for (std::size_t k = 0; k < 20; ++k)
+                power += signal.left[i + k] * signal.left[i + k] / 10.0;
+            levels.push_back(std::sqrt(power));
+        }
+        const auto [least, most] = std::minmax_element(levels.begin(), levels.end());
+        EXPECT_LT(*least, 0.5) << knob;
+        EXPECT_GT(*most, 1.5) << knob;
+    }
 }
 
 TEST(Phaser, SyncOffLeavesTheRateAlone) {
