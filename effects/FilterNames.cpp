@@ -1,8 +1,9 @@
 #include "effects/FilterNames.h"
 
+#include "core/NumberText.h"
+
 #include <cmath>
 #include <cstddef>
-#include <cstdio>
 
 namespace Grimworks {
 
@@ -13,8 +14,6 @@ const FilterName& Find(const std::array<FilterName, N>& table, int number) {
     static constexpr FilterName kNone{};
     return number >= 0 && number < static_cast<int>(N) ? table[static_cast<std::size_t>(number)] : kNone;
 }
-
-using Text = std::array<char, 64>;
 
 } // namespace
 
@@ -55,22 +54,23 @@ int Filter2Number(std::string_view name) {
 }
 
 std::string FilterBalanceText(double value) {
-    Text text{};
-    std::snprintf(text.data(), text.size(), "%3.1f%% / %3.1f%%", (1.0 - value) * 100.0, value * 100.0);
-    return text.data();
+    std::string text;
+    AppendFixed(text, (1.0 - value) * 100.0, 1);
+    text += "% / ";
+    AppendFixed(text, value * 100.0, 1);
+    return text += '%';
 }
 
 std::string FilterCutoffText(double frequency) {
-    Text text{};
-    std::snprintf(text.data(), text.size(), "%.1fHz", frequency);
-    return text.data();
+    std::string text;
+    AppendFixed(text, frequency, 1);
+    return text += "Hz";
 }
 
 std::string DumpExpandText(double value) {
-    Text text{};
-    const double distance = std::fabs(value - 0.5) * 2.0 * 100.0;
-    std::snprintf(text.data(), text.size(), value < 0.5 ? "%1.1f%% LP" : "%1.1f%% HP", distance);
-    return text.data();
+    std::string text;
+    AppendFixed(text, std::fabs(value - 0.5) * 2.0 * 100.0, 1);
+    return text += value < 0.5 ? "% LP" : "% HP";
 }
 
 } // namespace Grimworks

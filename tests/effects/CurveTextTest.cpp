@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <clocale>
 #include <cmath>
+#include <locale>
 #include <sstream>
 #include <string>
 
@@ -18,6 +19,13 @@ std::string Repeat(const std::string& field, int count) {
         text += (k == 0 ? "" : ",") + field;
     return text;
 }
+
+/// A locale's number format with a comma for the point and groups of three.
+class CommaFormat final : public std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
 
 bool Read(const std::string& text, CurvePoints& points) {
     std::istringstream stream(text);
@@ -98,12 +106,17 @@ TEST(CurveText, KeepsItsFormatInOtherLocales) {
     for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8"}) {
         if (std::setlocale(LC_ALL, name) != nullptr) break;
     }
+    // Streams have a locale of their own, which is there on every machine.
+    const std::locale before = std::locale::global(std::locale(std::locale::classic(), new CommaFormat));
     CurvePoints points{};
     points[0] = 0.5;
-    EXPECT_EQ(WriteCurveText(points).substr(0, 13), "0.5000000000,");
+    points[1] = 1234.25;
+    EXPECT_EQ(WriteCurveText(points).substr(0, 29), "0.5000000000,1234.2500000000,");
     CurvePoints read{};
     EXPECT_TRUE(Read(WriteCurveText(points), read));
     EXPECT_EQ(read[0], 0.5);
+    EXPECT_EQ(read[1], 1234.25);
+    std::locale::global(before);
     std::setlocale(LC_ALL, saved.c_str());
 }
 

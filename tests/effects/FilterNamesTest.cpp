@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 using namespace Grimworks;
 
 TEST(FilterNames, LongAndShortNamesByNumber) {
@@ -49,4 +51,11 @@ TEST(FilterNames, CaptionsAreFormatted) {
     EXPECT_EQ(DumpExpandText(0.0), "100.0% LP");
     EXPECT_EQ(DumpExpandText(0.5), "0.0% HP");
     EXPECT_EQ(DumpExpandText(0.75), "50.0% HP");
+}
+
+TEST(FilterNames, CaptionsOfAnySizeStayWhole) {
+    // 71 digits, the point, a decimal and the unit.
+    const std::string text = FilterCutoffText(1e70);
+    EXPECT_EQ(text.size(), 75U);
+    EXPECT_EQ(text.substr(71), ".0Hz");
 }
