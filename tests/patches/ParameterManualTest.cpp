@@ -16,9 +16,10 @@ TEST(ParameterManual, IsUpToDate) {
 
 TEST(ParameterManual, HasALineForEachParameterAndChoice) {
     const std::string text = ParameterManual::Text();
-    for (const ParameterInfo& row : kParameterTable)
+    for (const ParameterInfo& row : kParameterTable) {
         EXPECT_NE(text.find("| " + std::string(row.name) + " | `" + std::string(row.key) + "` |"),
                   std::string::npos);
+    }
     for (const CurveInfo& curve : kCurveInfos)
         EXPECT_NE(text.find("| " + std::string(curve.name) + " |"), std::string::npos);
 }

@@ -34,8 +34,8 @@ protected:
 
     static fs::path MakeFolder() {
         const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-        const fs::path path = fs::path(testing::TempDir()) / (std::string("thudforge-") + test->name() + "-" +
-                                                              std::to_string(std::random_device{}()));
+        fs::path path = fs::path(testing::TempDir()) / (std::string("thudforge-") + test->name() + "-" +
+                                                        std::to_string(std::random_device{}()));
         fs::create_directories(path);
         return path;
     }
@@ -56,9 +56,9 @@ protected:
 };
 
 std::vector<double> ValuesOf(const ThudForge& plug) {
-    std::vector<double> values;
+    std::vector<double> values(kParameters);
     for (int id = 0; id < kParameters; ++id)
-        values.push_back(plug.GetParameterValue(id));
+        values[static_cast<std::size_t>(id)] = plug.GetParameterValue(id);
     return values;
 }
 
