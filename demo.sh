@@ -16,6 +16,6 @@ step "configure" build/demo-configure.log cmake --preset demo
 step "build (about two minutes at the first run)" build/demo-build.log \
     cmake --build --preset demo --parallel "$(nproc)"
 
-echo "Rendering examples/kick-pattern.mid through the module:"
-build/demo/host/thudforge render examples/kick-pattern.mid -o out/demo.wav
+echo "Rendering examples/kick-pattern.mid with the program \"Frenchcore Kick\" through the module:"
+build/demo/host/thudforge render examples/kick-pattern.mid --program "Frenchcore Kick" -o out/demo.wav
 echo "Listen to it: $PWD/out/demo.wav"
