@@ -51,7 +51,7 @@ TEST(NumberText, ReadsWhatTheCLibraryReads) {
                              "1000000e-400",
                              "0x1p2000",
                              "0x1p-2000"})
-        EXPECT_EQ(ParseNumber(text), std::atof(text)) << text;
+        EXPECT_EQ(ParseNumber(text), std::strtod(text, nullptr)) << text;
 }
 
 TEST(NumberText, TextWithoutANumberIsZero) {

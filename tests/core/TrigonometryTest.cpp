@@ -12,12 +12,16 @@ constexpr double kUnitInTheLastPlace = std::numeric_limits<double>::epsilon();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-// The C library in extended precision is the reference; the argument is the rounded double.
+// The C library in extended precision is the reference; the argument is the rounded double. Next to a zero
+// that library is only as good as its own reduction of the argument, which on Windows knows 66 bits of pi.
+constexpr double kReferenceReduction = 1e-20;
+
 TEST(Trigonometry, SineOfPhaseIsTheSineToTheLastBits) {
     for (int i = 0; i <= 20000; ++i) {
         const double phase = i / 20000.0;
         const auto exact = static_cast<double>(std::sin(static_cast<long double>(phase * 2.0 * kPi)));
-        ASSERT_NEAR(SineOfPhase(phase), exact, 2.0 * kUnitInTheLastPlace * std::fabs(exact)) << phase;
+        const double tolerance = 2.0 * kUnitInTheLastPlace * std::fabs(exact) + kReferenceReduction;
+        ASSERT_NEAR(SineOfPhase(phase), exact, tolerance) << phase;
     }
 }
 
