@@ -39,4 +39,7 @@ if(NOT THUDFORGE_SANITIZED)
     set(scanners ${CMAKE_CURRENT_SOURCE_DIR}/scanners)
     thudforge_check(scanners.Qtractor scanners ${scanners}/qtractor.sh $<TARGET_FILE:ThudForge>)
     thudforge_check(scanners.Ardour scanners ${scanners}/ardour.sh $<TARGET_FILE:ThudForge>)
+    thudforge_check(scanners.ArdourSession scanners ${Python3_EXECUTABLE} ${scanners}/ardour-session.py
+        $<TARGET_FILE:ThudForge> ${CMAKE_CURRENT_BINARY_DIR}/ardour-session)
+    set_tests_properties(scanners.ArdourSession PROPERTIES TIMEOUT 120)
 endif()
