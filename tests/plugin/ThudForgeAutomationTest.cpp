@@ -204,11 +204,9 @@ std::vector<Sweep> Sweeps() {
         case Param::RingModulationFrequency:
             sweeps.push_back({id, 0.001, 1.0}); // 0 is a switch
             break;
-        case Param::FilterResonance:
-            sweeps.push_back({id, 0.05, 1.0}); // next to no ripple at all a corner flies off to the top
-            break;
-        case Param::LimiterLevel:
-            sweeps.push_back({id, 0.05, 1.0}); // at 0 nearly nothing is left to compare with
+        case Param::FilterResonance: // next to no ripple at all a corner flies off to the top
+        case Param::LimiterLevel:    // at 0 nearly nothing is left to compare with
+            sweeps.push_back({id, 0.05, 1.0});
             break;
         default:
             sweeps.push_back({id, 0.0, 1.0});

@@ -91,16 +91,15 @@ TEST(ThudForgePitch, TheArpeggiosStepThroughTheirTriadsAtEveryRate) {
             instrument.NoteOn(93);
             Instrument::Audio audio = instrument.Render(1024);
             instrument.SetTempo(40.0); // too late for this note
-            const int step = static_cast<int>(60.0 / 100.0 * 0.0625 * rate);
-            while (static_cast<int>(audio.left.size()) < 7 * step)
+            const auto step = static_cast<std::size_t>(60.0 / 100.0 * 0.0625 * rate);
+            while (audio.left.size() < 7 * step)
                 instrument.Process(audio, 256);
             const std::array<int, 3> semitones{0, mode == 8 ? 4 : 3, 7};
-            for (int k = 0; k < 6; ++k) {
+            for (std::size_t k = 0; k < 6; ++k) {
                 SCOPED_TRACE(testing::Message() << rate << " Hz, mode " << mode << ", step " << k);
-                const double ratio = std::pow(2.0, semitones[static_cast<std::size_t>(k % 3)] / 12.0);
-                const auto from = static_cast<std::size_t>(k * step + 100);
-                const auto to = static_cast<std::size_t>((k + 1) * step - 10);
-                ExpectFrequency(FrequencyOf(audio.left, rate, from, to), 3520.0 * ratio);
+                const double ratio = std::pow(2.0, semitones[k % 3] / 12.0);
+                ExpectFrequency(FrequencyOf(audio.left, rate, k * step + 100, (k + 1) * step - 10),
+                                3520.0 * ratio);
             }
         }
     }
