@@ -1,7 +1,8 @@
 #include "plugin/ThudForge.h"
 
+#include <algorithm>
 #include <array>
-#include <cstring>
+#include <span>
 
 namespace Grimworks {
 
@@ -60,8 +61,9 @@ bool ThudForge::CompareState(std::span<const std::uint8_t> data, int position) {
     if (position < 0 || data.size() < needed || data.size() - needed < static_cast<std::size_t>(position)) {
         return false;
     }
-    const bool sameCurve =
-        std::memcmp(data.data(), editorStage.GetDistortion().Points().data(), kCurveBytes) == 0;
+    // Byte by byte: a NaN that was stored as it is equals itself.
+    const auto live = std::as_bytes(std::span(editorStage.GetDistortion().Points()));
+    const bool sameCurve = std::ranges::equal(live, std::as_bytes(data.first(kCurveBytes)));
     return CompareParams(data, position + kCurveBytes) && sameCurve;
 }
 

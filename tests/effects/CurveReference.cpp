@@ -47,8 +47,8 @@ void Finish(std::vector<Real>& c, const std::string& finish) {
                 v /= peak;
         } else {
             Real s = (c.front() - 1) / 4;
-            for (std::size_t k = 0; k < c.size(); ++k)
-                c[k] = s = Limit((s + c[k]) / 2, -1, 1);
+            for (Real& v : c)
+                v = s = Limit((s + v) / 2, -1, 1);
             s = (c.back() + 1) / 4;
             for (std::size_t k = c.size(); k-- > 0;)
                 c[k] = s = Limit((s + c[k]) / 2, -1, 1);
@@ -66,6 +66,7 @@ std::vector<Real> Assemble(const std::vector<Real>& positive, const std::vector<
 
 std::vector<Real> Half(const Shape& shape) {
     std::vector<Real> half;
+    half.reserve(256);
     for (int i = 0; i < 256; ++i)
         half.push_back(shape(i, X(i)));
     return half;

@@ -71,9 +71,10 @@ TEST_P(FormulaCurve, MeetsItsFormulaInEveryEntry) {
     const std::vector<long double> expected = ReferenceCurve(table);
     ASSERT_EQ(expected.size(), 512U);
     const CurvePoints& points = Provider().GetTable(table);
-    for (std::size_t k = 0; k < 512; ++k)
+    for (std::size_t k = 0; k < 512; ++k) {
         ASSERT_NEAR(points[k], static_cast<double>(expected[k]), 1e-12)
             << "table " << table << " entry " << k;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(AllTables, FormulaCurve, ::testing::ValuesIn(ReferenceCurveTables()));

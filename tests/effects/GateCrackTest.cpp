@@ -91,10 +91,11 @@ TEST(GateCrack, FollowsItsRecursionFrameByFrame) {
         const double w = std::fmin(s, 0.01);
         const double v = std::fabs(before.left[i]);
         double expected = before.left[i];
-        if (v < level)
+        if (v < level) {
             expected = 0.0;
-        else if (v < s + w)
+        } else if (v < s + w) {
             expected = std::copysign((v - level) / w * (s + w) + v, before.left[i]);
+        }
         EXPECT_NEAR(signal.left[i], expected, 1e-9);
     }
 }

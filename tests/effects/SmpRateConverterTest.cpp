@@ -51,8 +51,10 @@ TEST(SmpRateConverter, KeepsTheCubeOfTheKnobOfTheBlock) {
     EXPECT_EQ(converter.KeptFrames(100), 12);
     Signal signal = Counting(64);
     converter.Process(signal.View(), 64);
-    for (std::size_t i = 0; i < 64; ++i)
-        EXPECT_EQ(signal.left[i], static_cast<double>(i / 8 * 8));
+    for (std::size_t i = 0; i < 64; ++i) {
+        const std::size_t held = i / 8 * 8;
+        EXPECT_EQ(signal.left[i], static_cast<double>(held));
+    }
 }
 
 TEST(SmpRateConverter, TheGridStartsAnewWithEveryBlock) {

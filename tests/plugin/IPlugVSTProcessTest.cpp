@@ -125,7 +125,8 @@ TEST(IPlugVSTProcess, AnInstrumentWithoutInputsNeverTouchesWhatTheHostPasses) {
     PlugAndHost both;
     AEffect* effect = both.plug.Effect();
     Buffers<float> out(8);
-    auto* wild = reinterpret_cast<float**>(std::uintptr_t{1});
+    auto* wild =
+        reinterpret_cast<float**>(std::uintptr_t{1}); // NOLINT(performance-no-int-to-ptr): wild on purpose
     effect->processReplacing(effect, wild, out.pointers, 8);
     EXPECT_FALSE(both.plug.blocks[0].hadInputs);
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <random>
 #include <vector>
@@ -325,7 +326,7 @@ TEST(MidiReceiver, AStormComesOutAsASortedListWould) {
         r.heard.clear();
         r.RunBlock(frames);
         for (const auto& h : r.heard)
-            got.push_back({now + h.at, h.a + 128 * static_cast<int>(h.value * 127.0 + 0.5)});
+            got.push_back({now + h.at, h.a + 128 * static_cast<int>(std::lround(h.value * 127.0))});
         now += frames;
     }
     std::stable_sort(sent.begin(), sent.end(), [](const Sent& a, const Sent& b) { return a.when < b.when; });

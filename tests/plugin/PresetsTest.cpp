@@ -65,6 +65,7 @@ TEST(Presets, AStateCutAnywhereLoadsAsFarAsItGoesAndSendsEveryParameter) {
     for (int length = kCurveEnd - 16; length < kStateSize; ++length) {
         Scramble(b.plug, 3);
         std::vector<double> old;
+        old.reserve(159);
         for (int id = 0; id < 159; ++id)
             old.push_back(b.plug.GetParameterValue(id));
         ASSERT_EQ(b.plug.UnserializeState(Cut(state, length), 0), -1);

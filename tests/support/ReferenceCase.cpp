@@ -158,7 +158,8 @@ std::vector<double> PlayReferenceCase(const ReferenceCase& reference, PluginMain
 double WorstDifference(const ReferenceCase& reference, const std::vector<double>& rendered) {
     double worst = 0.0;
     for (std::size_t i = 0; i < reference.expected.size(); ++i) {
-        const double difference = std::fabs(rendered[2 * kFirstFrame + i] - reference.expected[i]);
+        const double difference =
+            std::fabs(rendered[2 * static_cast<std::size_t>(kFirstFrame) + i] - reference.expected[i]);
         if (std::isnan(difference)) return std::numeric_limits<double>::quiet_NaN();
         worst = std::max(worst, difference);
     }

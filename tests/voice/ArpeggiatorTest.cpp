@@ -17,6 +17,7 @@ double Semitones(int count) {
 
 std::vector<double> Ratios(Arpeggiator& arpeggiator, int count) {
     std::vector<double> ratios;
+    ratios.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         ratios.push_back(arpeggiator.Step());
     return ratios;

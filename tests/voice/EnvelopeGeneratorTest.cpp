@@ -32,6 +32,7 @@ double Approach(double start, double target, double ratio, double samples, int n
 
 std::vector<double> Ticks(EnvelopeGenerator& envelope, int ticks) {
     std::vector<double> levels;
+    levels.reserve(static_cast<std::size_t>(ticks));
     for (int i = 0; i < ticks; ++i)
         levels.push_back(envelope.Tick());
     return levels;

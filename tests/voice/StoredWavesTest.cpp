@@ -95,9 +95,10 @@ TEST(StoredWaves, EmbeddedValuesAreThoseOfTheFiles) {
     };
     for (const auto& [index, name] : shapes)
         expectSame(StoredWave(index), "waves/" + std::string(name) + ".raw");
-    for (int user = 1; user <= 16; ++user)
+    for (int user = 1; user <= 16; ++user) {
         expectSame(StoredWave(24 + user),
                    "waves/user" + std::string(user < 10 ? "0" : "") + std::to_string(user) + ".raw");
+    }
     for (int click = 0; click < 9; ++click)
         expectSame(StoredClick(click), "clicks/click" + std::to_string(click + 1) + ".raw");
 }

@@ -23,6 +23,7 @@ namespace {
 /// What stood in a slot before: every sample different, so that a kept one shows.
 std::vector<double> Before() {
     std::vector<double> values;
+    values.reserve(4096);
     for (int i = 0; i < 4096; ++i)
         values.push_back(1000.0 + i);
     return values;
@@ -51,7 +52,7 @@ protected:
     void TearDown() override { fs::remove_all(base); }
 
     fs::path Write(const std::string& name, const Bytes& bytes) const {
-        const fs::path path = base / "waveforms" / name;
+        fs::path path = base / "waveforms" / name;
         std::ofstream file(path, std::ios::binary);
         file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
         return path;

@@ -275,6 +275,7 @@ TEST(WavFile, ResamplingKeepsAConstantLevel) {
 
 TEST(WavFile, ResamplingLongFilesTakesOutWhatTheCycleCannotHold) {
     std::vector<double> values;
+    values.reserve(40960);
     for (int i = 0; i < 40960; ++i)
         values.push_back(std::sin(6.283185307179586 * i * 0.2)); // four times above the cycle's limit
     double peak = 0.0;

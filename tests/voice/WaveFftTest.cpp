@@ -48,6 +48,7 @@ TEST(WaveFft, AgreesWithThePlainSum) {
     const std::vector<Complex> input = RandomInput();
     const std::vector<Complex> output = Transformed(input);
     std::vector<Complex> roots;
+    roots.reserve(4096);
     for (int k = 0; k < 4096; ++k)
         roots.push_back(std::polar(1.0, -2.0 * 3.14159265358979323846 * k / 4096));
     double worst = 0.0;

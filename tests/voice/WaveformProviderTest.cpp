@@ -156,6 +156,7 @@ TEST(WaveformProvider, PlainShapesAreStoredWaves) {
 TEST(WaveformProvider, OneTenthFileMakesFourEqualWaves) {
     const TemporaryBase base;
     std::vector<double> values;
+    values.reserve(4096);
     for (int i = 0; i < 4096; ++i)
         values.push_back(std::sin(kTwoPi * 3.0 * i / 4096.0));
     base.Write("user10.raw", values);
@@ -215,9 +216,10 @@ TEST(WaveformProvider, AllTablesAreFiniteAndTheFirstLevelPeaksBelowOne) {
 TEST(WaveformProvider, TheSineIsOneCleanLevel) {
     const WaveTableSet& set = Stock().Set(0);
     ASSERT_EQ(set.count, 1);
-    for (std::size_t j = 0; j < 4096; ++j)
+    for (std::size_t j = 0; j < 4096; ++j) {
         ASSERT_NEAR((*set.levels[0].samples)[j],
                     0.999 * std::sin(kTwoPi * static_cast<double>(j + 1) / 4096.0), 1e-9);
+    }
 }
 
 TEST(WaveformProvider, BricksAreFlatAtTheLowEndAndRingHigherUp) {
@@ -259,19 +261,22 @@ TEST(WaveformProvider, BricksAreTheirFourierSumAtEachLevel) {
                 c += full[i] * std::cos(turn * static_cast<double>(i)) / 2048.0;
                 s += full[i] * std::sin(turn * static_cast<double>(i)) / 2048.0;
             }
-            for (std::size_t i = 0; i < 4096; ++i)
+            for (std::size_t i = 0; i < 4096; ++i) {
                 sum[i] +=
                     c * std::cos(turn * static_cast<double>(i)) + s * std::sin(turn * static_cast<double>(i));
+            }
         }
-        for (std::size_t j = 0; j < 4096; ++j)
+        for (std::size_t j = 0; j < 4096; ++j) {
             ASSERT_NEAR((*Stock().Set(23).levels[level].samples)[j], sum[(j + 1) % 4096] * 0.999 / peak,
                         1e-9);
+        }
     }
 }
 
 TEST(WaveformProvider, ASetCanBeRebuiltFromADrawing) {
     Instrument instrument;
     std::vector<double> drawing;
+    drawing.reserve(4096);
     for (int i = 0; i < 4096; ++i)
         drawing.push_back(std::sin(kTwoPi * 2.0 * i / 4096.0));
     drawing[1000] = std::nan("");
