@@ -63,7 +63,8 @@ def tidy(path, build):
                             check=False)
     if result.returncode == 0:
         return ""
-    return result.stdout + ("" if result.stdout.strip() else result.stderr)
+    # One that was stopped has said nothing, and is not clean for that.
+    return result.stdout.strip() or result.stderr.strip() or f"clang-tidy ended with {result.returncode}"
 
 
 def main():
@@ -79,17 +80,20 @@ def main():
         return 1
     waiting = [path for path, key in keys.items() if not (cache / key).exists()]
     print(f"{len(keys)} files, {len(waiting)} of them changed since they were clean", flush=True)
-    faulty = 0
+    faults = {}
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         for count, (path, findings) in enumerate(zip(waiting, pool.map(lambda p: tidy(p, build), waiting)), 1):
-            print(f"[{count}/{len(waiting)}] {path.relative_to(ROOT)}", flush=True)
+            verdict = ": findings, see below" if findings else ""
+            print(f"[{count}/{len(waiting)}] {path.relative_to(ROOT)}{verdict}", flush=True)
             if findings:
-                faulty += 1
-                print(findings, flush=True)
+                faults[path] = findings
             else:
                 (cache / keys[path]).touch()
-    print(f"{faulty} files with findings" if faulty else "all clean")
-    return 1 if faulty else 0
+    # Last, where whoever looks at the end of a log sees them.
+    for findings in faults.values():
+        print(findings)
+    print(f"{len(faults)} files with findings" if faults else "all clean")
+    return 1 if faults else 0
 
 
 if __name__ == "__main__":

@@ -164,9 +164,10 @@ TEST(DynShaper, PreviewAnswersARampAndASine) {
     shaper.RenderPreview(curve, signal);
     for (int k = 0; k < 128; ++k)
         EXPECT_NEAR(curve[static_cast<std::size_t>(k)], Answer(k / 64.0 - 1.0, 0.49, 0, 3, false), 1e-12);
-    for (int k = 0; k < 120; ++k)
+    for (int k = 0; k < 120; ++k) {
         EXPECT_NEAR(signal[static_cast<std::size_t>(k)],
                     Answer(std::sin(2 * kPi * k / 120), 0.49, 0, 3, false), 1e-12);
+    }
 }
 
 TEST(DynShaper, SilenceStaysSilentAndNothingDoesHarm) {
