@@ -66,7 +66,7 @@ packages_for_demo=(g++ cmake ninja-build libsndfile1-dev libcli11-dev)
 # What everything under test needs on top: linters, sanitizers, the Windows build and Debian's own hosts.
 # shellcheck disable=SC2034 # for those who source this
 packages_for_tests=("${packages_for_demo[@]}"
-    binutils ca-certificates dpkg-dev git patch python3 tar xz-utils
+    binutils ca-certificates dpkg-dev file git patch python3 tar xz-utils
     ccache clang clang-format clang-tidy libclang-rt-dev shellcheck
     libgtest-dev googletest libbenchmark-dev
     g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64
