@@ -102,8 +102,8 @@ std::string IParam::DisplayText(double shown, bool isNormalized, bool useDisplay
     return Formatted(negateDisplay ? -plain : plain, displayPrecision);
 }
 
-std::string_view IParam::LabelForHost() const {
-    return FindDisplayText(value) != nullptr ? std::string_view() : std::string_view(label);
+std::string_view IParam::LabelOf(double plain) const {
+    return FindDisplayText(plain) != nullptr ? std::string_view() : std::string_view(label);
 }
 
 double IParam::ValueOfText(std::string_view text) const {

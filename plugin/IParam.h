@@ -54,7 +54,13 @@ public:
     [[nodiscard]] std::string DisplayText(double shown, bool isNormalized, bool useDisplayTexts) const;
 
     /// The unit, or nothing where the present value has a text of its own.
-    [[nodiscard]] std::string_view LabelForHost() const;
+    [[nodiscard]] std::string_view LabelForHost() const { return LabelOf(value); }
+
+    /// The same for any plain value: what an editor shows may differ from the present one.
+    [[nodiscard]] std::string_view LabelOf(double plain) const;
+
+    /// Whether SetDisplayText has given a text to any value.
+    [[nodiscard]] bool HasDisplayTexts() const { return !displayTexts.empty(); }
 
     /// The plain value that a text stands for: a display text, or a number (0 if it is none). The result is
     /// limited to the range unless it is NaN.
