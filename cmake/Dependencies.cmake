@@ -1,5 +1,5 @@
 # Libraries of others: `thudforge_sndfile` (sound files) and `thudforge_cli11` (command line arguments), both for the
-# command line host only; the module itself uses none.
+# command line host only, and for the module's editor `thudforge_pictures` (PNG and fonts) and `thudforge_x11` (windows).
 
 add_library(thudforge_sndfile INTERFACE)
 add_library(thudforge_cli11 INTERFACE)
@@ -29,4 +29,30 @@ else()
     find_library(THUDFORGE_SNDFILE_LIBRARY sndfile REQUIRED)
     target_include_directories(thudforge_sndfile SYSTEM INTERFACE ${THUDFORGE_SNDFILE_INCLUDE})
     target_link_libraries(thudforge_sndfile INTERFACE ${THUDFORGE_SNDFILE_LIBRARY})
+endif()
+
+if(NOT WIN32)
+    # Hosts bring libpng and FreeType in versions of their own, and symbols of theirs would be taken for the module's:
+    # so it holds both whole, and hides them. Debian's archives are made for programs, but all that keeps them out of
+    # a module is their use of `stderr`, which module-stderr.c gives them. The X11 libraries are those of the system,
+    # shared with the host, since their versions follow the display server.
+    add_library(thudforge_pictures INTERFACE)
+    find_path(THUDFORGE_PNG_INCLUDE png.h REQUIRED)
+    find_path(THUDFORGE_FREETYPE_INCLUDE ft2build.h PATH_SUFFIXES freetype2 REQUIRED)
+    target_include_directories(thudforge_pictures SYSTEM INTERFACE
+        ${THUDFORGE_PNG_INCLUDE} ${THUDFORGE_FREETYPE_INCLUDE})
+    foreach(library freetype png16 z brotlidec brotlicommon)
+        string(TOUPPER THUDFORGE_${library}_ARCHIVE archive)
+        find_library(${archive} lib${library}.a REQUIRED)
+        target_link_libraries(thudforge_pictures INTERFACE ${${archive}})
+    endforeach()
+
+    find_package(Threads REQUIRED)
+    find_path(THUDFORGE_X11_INCLUDE X11/extensions/XShm.h REQUIRED)
+    find_library(THUDFORGE_XEXT_LIBRARY Xext REQUIRED)
+    find_library(THUDFORGE_X11_LIBRARY X11 REQUIRED)
+    add_library(thudforge_x11 INTERFACE)
+    target_include_directories(thudforge_x11 SYSTEM INTERFACE ${THUDFORGE_X11_INCLUDE})
+    target_link_libraries(thudforge_x11 INTERFACE
+        ${THUDFORGE_XEXT_LIBRARY} ${THUDFORGE_X11_LIBRARY} Threads::Threads)
 endif()

@@ -13,6 +13,10 @@ function(thudforge_module target)
         target_link_options(${target} PRIVATE -static -Wl,--exclude-all-symbols)
         return()
     endif()
+    # The archives of libpng and FreeType name `stderr` in a way that a module cannot.
+    target_sources(${target} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/module-stderr.c)
+    # The editor's thread and the caches of bitmaps and fonts live as long as the process.
+    target_link_options(${target} PRIVATE -Wl,--wrap=stderr -Wl,-z,nodelete -Wl,-z,text -Wl,--gc-sections)
     set(exports ${CMAKE_SOURCE_DIR}/cmake/module-exports.map)
     target_link_options(${target} PRIVATE -Wl,--version-script=${exports} -Wl,--exclude-libs,ALL -Wl,-Bsymbolic)
     set_target_properties(${target} PROPERTIES LINK_DEPENDS ${exports})

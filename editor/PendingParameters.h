@@ -4,7 +4,7 @@
 
 #include <array>
 #include <atomic>
-#include <cstdint>
+#include <limits>
 
 namespace Grimworks {
 
@@ -13,11 +13,11 @@ namespace Grimworks {
 /// control's double click goes back to.
 class PendingParameters {
 public:
-    /// Keeps a value on 0..1; a bad id does nothing. Any thread.
+    /// Keeps a value; a bad id and NaN do nothing. Any thread.
     void Put(int id, double normalized);
 
-    /// Whether anything has been put since the last Take of it; cheap. Editor thread.
-    [[nodiscard]] bool Any() const;
+    /// Whether anything has been put since this was last asked; cheap. Editor thread.
+    [[nodiscard]] bool TakeAny();
 
     /// Takes the pending value of an id. `first` is true for the first one ever, and then `firstValue` is
     /// what was put first. False if nothing is pending. Editor thread.
@@ -25,15 +25,16 @@ public:
 
 private:
     struct Slot {
-        std::atomic<double> firstValue{0.0};
+        std::atomic<double> firstValue{std::numeric_limits<double>::quiet_NaN()}; ///< NaN: none so far
         std::atomic<double> lastValue{0.0};
-        std::atomic<bool> everPut{false};
         std::atomic<bool> pending{false};
+        bool taken = false; ///< the editor thread's own
     };
+
+    static bool IsId(int id) { return id >= 0 && id < kParameters; }
 
     std::array<Slot, kParameters> slots;
     std::atomic<bool> any{false};
-    bool taken[kParameters] = {};
 };
 
 } // namespace Grimworks

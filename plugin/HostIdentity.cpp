@@ -16,7 +16,7 @@ struct HostSign {
 // The order decides when a product's name holds more than one of them.
 constexpr std::array<HostSign, 26> kHostSigns{{
     {"cubase", 3},
-    {"reaper", 1},
+    {"reaper", kHostWithParamMenu},
     {"nuendo", 4},
     {"cakewalk", 5},
     {"samplitude", 8},

@@ -10,6 +10,7 @@ inline constexpr int kHostUnknown = 0;
 inline constexpr int kHostUnasked = -1; ///< there is no host, or it does not answer
 
 /// Hosts that the plug-in treats in a way of their own; the numbers are those of HostFromProduct.
+inline constexpr int kHostWithParamMenu = 1; ///< has a menu of its own for each parameter
 inline constexpr int kHostForte = 15;
 inline constexpr int kHostAudition = 17;
 inline constexpr int kHostOrion = 18;

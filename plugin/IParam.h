@@ -62,6 +62,8 @@ public:
     /// Whether SetDisplayText has given a text to any value.
     [[nodiscard]] bool HasDisplayTexts() const { return !displayTexts.empty(); }
 
+    [[nodiscard]] bool HasDisplayTextFor(double plain) const { return FindDisplayText(plain) != nullptr; }
+
     /// The plain value that a text stands for: a display text, or a number (0 if it is none). The result is
     /// limited to the range unless it is NaN.
     [[nodiscard]] double ValueOfText(std::string_view text) const;

@@ -85,6 +85,9 @@ public:
     virtual void InformHostOfParamChange(int id, double normalized) = 0;
     virtual void EndInformHostOfParamChange(int id) = 0;
 
+    /// Shows the host's own menu of a parameter, for hosts that have one.
+    virtual void PopupHostContextMenuForParam(int /*id*/) {}
+
     /// Programs or many parameters changed: the host reads its display again.
     virtual void InformHostOfProgramChange() = 0;
 

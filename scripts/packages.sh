@@ -61,7 +61,8 @@ install_packages() {
 }
 
 # What a build of the instrument and its command line host needs.
-packages_for_demo=(g++ cmake ninja-build libsndfile1-dev libcli11-dev)
+packages_for_demo=(g++ cmake ninja-build libsndfile1-dev libcli11-dev
+    libpng-dev zlib1g-dev libfreetype-dev libbrotli-dev libxcb1-dev libxcb-shm0-dev)
 
 # What everything under test needs on top: linters, sanitizers, the Windows build and Debian's own hosts.
 # shellcheck disable=SC2034 # for those who source this
@@ -69,5 +70,6 @@ packages_for_tests=("${packages_for_demo[@]}"
     binutils ca-certificates dpkg-dev file git patch python3 tar xz-utils
     ccache clang clang-format clang-tidy libclang-rt-dev shellcheck
     libgtest-dev googletest libbenchmark-dev
-    g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64
+    g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 libz-mingw-w64-dev wine wine64
+    xvfb xdotool x11-utils
     qtractor ardour)

@@ -30,13 +30,13 @@ FLOORS = {
     "effects": ("core", "dsp", "voice for effects"),
     "patches": ("core", "effects", "voice"),
     "framework": ("core",),
-    "editor": ("core", "framework"),
+    "editor": ("core", "framework", "resources"),
     "panels": ENGINE + ("framework", "editor", "instrument"),
     "instrument": ENGINE + ("framework", "editor", "panels"),
     "host": ("plugin/vst2.h",),
 }
 EVERYTHING = ("tests", "bench", "tools")
-FOLDERS = tuple(dict.fromkeys(ENGINE + ("plugin", "editor", "host") + EVERYTHING))
+FOLDERS = tuple(dict.fromkeys(ENGINE + ("plugin", "editor", "host", "resources") + EVERYTHING))
 SOURCES = (".h", ".hpp", ".cpp", ".c", ".S")
 WINDOW_LAYERS = ("win", "x11")
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')

@@ -32,10 +32,12 @@ mkdir "$folder/deb" "$folder/tgz"
 dpkg-deb -x "$folder"/packages/thudforge_*_amd64.deb "$folder/deb"
 expect_files "$folder/deb/usr" "the .deb"
 depends=$(dpkg-deb -f "$folder"/packages/thudforge_*_amd64.deb Depends)
-if [[ $depends != *libsndfile1* ]]; then
-    echo "The .deb does not ask for libsndfile1: $depends"
-    failed=1
-fi
+for library in libsndfile1 libxcb1 libxcb-shm0; do
+    if [[ $depends != *$library* ]]; then
+        echo "The .deb does not ask for $library: $depends"
+        failed=1
+    fi
+done
 tar -xf "$folder"/packages/thudforge-*.tar.gz -C "$folder/tgz" --strip-components=1
 expect_files "$folder/tgz" "the .tar.gz"
 exit "$failed"
