@@ -48,6 +48,7 @@ std::intptr_t IPlugVST::DispatcherEntry(AEffect* record, std::int32_t opcode, st
     if (plug == nullptr) return 0;
     try {
         if (opcode == PlugOp::Close) {
+            if (plug->Editor() != nullptr && !plug->Editor()->PrepareToGo()) return 1;
             { const PlugLockGuard wait(plug->Lock()); }
             const std::unique_ptr<IPlugVST> returned(plug);
             return 1;
@@ -63,7 +64,7 @@ std::intptr_t IPlugVST::VSTDispatcher(const Call& call) {
     // The editor's window thread takes the lock, and these two wait for that thread.
     if (call.opcode == PlugOp::EditOpen) return OpenEditor(call.ptr);
     if (call.opcode == PlugOp::EditClose) return CloseEditor();
-    const PlugLockGuard guard(Lock());
+    const HostNews guard(*this);
     return DispatchLocked(call);
 }
 
