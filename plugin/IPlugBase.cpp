@@ -111,30 +111,30 @@ void IPlugBase::TellEditor(int id, double value, bool normalized) {
 }
 
 void IPlugBase::SetParameterFromPlug(int id, double normalized) {
-    const PlugLockGuard guard(lock);
+    const HostNews guard(*this);
     if (!StoreNormalized(id, normalized)) return;
     const double taken = GetParameterNormalized(id);
     TellEditor(id, taken, true);
-    InformHostOfParamChange(id, taken);
+    news->Add(id, taken);
     OnParamChange(id);
 }
 
 void IPlugBase::SetParameterFromGUI(int id, double normalized) {
-    const PlugLockGuard guard(lock);
+    const HostNews guard(*this);
     if (!StoreNormalized(id, normalized)) return;
-    InformHostOfParamChange(id, GetParameterNormalized(id));
+    news->Add(id, GetParameterNormalized(id));
     OnParamChange(id);
 }
 
 void IPlugBase::SetParameterFromHost(int id, double normalized) {
-    const PlugLockGuard guard(lock);
+    const HostNews guard(*this);
     if (!StoreNormalized(id, normalized)) return;
     TellEditor(id, normalized, true);
     OnParamChange(id);
 }
 
 bool IPlugBase::SetParameterFromText(int id, std::string_view text) {
-    const PlugLockGuard guard(lock);
+    const HostNews guard(*this);
     IParam* param = GetParam(id);
     if (param == nullptr) return false;
     const double plain = param->ValueOfText(text);
@@ -146,7 +146,7 @@ bool IPlugBase::SetParameterFromText(int id, std::string_view text) {
 }
 
 void IPlugBase::SendAllParameters() {
-    const PlugLockGuard guard(lock);
+    const HostNews guard(*this);
     for (int id = 0; id < ParameterCount(); ++id)
         OnParamChange(id);
 }

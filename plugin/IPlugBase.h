@@ -2,6 +2,7 @@
 
 #include "core/ValueBlock.h"
 #include "plugin/ByteChunk.h"
+#include "plugin/HostNews.h"
 #include "plugin/HostTime.h"
 #include "plugin/IParam.h"
 #include "plugin/MidiMessage.h"
@@ -159,8 +160,8 @@ public:
     [[nodiscard]] double GetParameterValue(int id) const;
 
     /// The plug-in itself sets a parameter: it takes the value (limited to the range's top), the editor shows
-    /// it, the host hears of it, the engine follows. A bad id, a NaN or a negative infinity does nothing. Any
-    /// thread, the audio thread included.
+    /// it, the engine follows, and the host hears of it once the lock is free (see HostNews). A bad id, a NaN
+    /// or a negative infinity does nothing. Any thread, the audio thread included.
     void SetParameterFromPlug(int id, double normalized);
 
     /// A control sets a parameter: as above, but the editor knows already.
@@ -253,6 +254,7 @@ protected:
     PlugEditor* editor = nullptr;
 
 private:
+    friend class HostNews;
     struct ProgramFileHeader;
 
     bool StoreNormalized(int id, double normalized);
@@ -264,6 +266,7 @@ private:
 
     PlugIdentity identity;
     mutable PlugLock lock;
+    HostNews* news = nullptr; ///< the outermost one that is open; under the lock
     double sampleRate = kDefaultSampleRate;
     int blockSize = kDefaultBlockSize;
     int inputCount = 0;

@@ -116,7 +116,7 @@ bool IPlugBase::TakeProgramFile(const ByteChunk& file) {
     int position = header.Read(file);
     if (position < 0 || !header.IsFor(*this)) return false;
 
-    const PlugLockGuard guard(lock);
+    const HostNews guard(*this);
     if (header.form == kChunkForm && identity.stateChunks) {
         std::uint32_t chunkLength = 0;
         position = GetBigEndian(file, chunkLength, position);

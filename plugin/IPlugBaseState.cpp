@@ -41,7 +41,7 @@ bool IPlugBase::SerializeParams(ByteChunk& chunk) const {
 }
 
 int IPlugBase::UnserializeParams(const ByteChunk& chunk, int position) {
-    const PlugLockGuard guard(lock);
+    const HostNews guard(*this);
     for (IParam& param : parameters) {
         double value = 0.0;
         position = chunk.Get(value, position);
@@ -101,7 +101,7 @@ int IPlugBase::CountUserPresets() const {
 }
 
 bool IPlugBase::RestorePreset(int index) {
-    const PlugLockGuard guard(lock);
+    const HostNews guard(*this);
     if (GetPreset(index) == nullptr) return false;
     Preset& preset = presets[static_cast<std::size_t>(index)];
     if (preset.initialized) {
@@ -160,7 +160,7 @@ bool IPlugBase::SerializePresets(ByteChunk& chunk) {
 }
 
 int IPlugBase::UnserializePresets(const ByteChunk& chunk, int position) {
-    const PlugLockGuard guard(lock);
+    const HostNews guard(*this);
     for (Preset& preset : presets) {
         if (position < 0) break;
         position = UnserializePreset(preset, chunk, position);

@@ -293,7 +293,7 @@ TEST(IPlugVSTHost, AHostMayCallBackInFromItsAnswer) {
     };
     both.plug.SetParameterFromPlug(20, 0.75);
     EXPECT_EQ(both.plug.GetParameterValue(21), 0.75);
-    EXPECT_EQ(both.plug.changes, (std::vector<int>{21, 20}));
+    EXPECT_EQ(both.plug.changes, (std::vector<int>{20, 21}));
 }
 
 } // namespace
