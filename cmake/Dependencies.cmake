@@ -1,5 +1,6 @@
 # Libraries of others: `thudforge_sndfile` (sound files) and `thudforge_cli11` (command line arguments), both for the
-# command line host only, and for the module's editor `thudforge_pictures` (PNG and fonts) and `thudforge_x11` (windows).
+# command line host only, and for the module's editor `thudforge_pictures` (PNG and fonts) and
+# `thudforge_x11` or `thudforge_win` (windows).
 
 add_library(thudforge_sndfile INTERFACE)
 add_library(thudforge_cli11 INTERFACE)
@@ -31,7 +32,21 @@ else()
     target_link_libraries(thudforge_sndfile INTERFACE ${THUDFORGE_SNDFILE_LIBRARY})
 endif()
 
-if(NOT WIN32)
+if(WIN32)
+    # Fonts are drawn by the system; all else of it that the editor needs is part of every Windows.
+    add_library(thudforge_pictures INTERFACE)
+    find_library(THUDFORGE_PNG_ARCHIVE libpng.a PATHS ${THUDFORGE_WINDOWS_LIBRARIES}/lib
+        NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
+    find_library(THUDFORGE_Z_ARCHIVE libz.a REQUIRED)
+    if(NOT THUDFORGE_PNG_ARCHIVE)
+        message(FATAL_ERROR "There is no libpng for Windows in ${THUDFORGE_WINDOWS_LIBRARIES}: "
+            "run scripts/windows-libraries.sh, which builds it.")
+    endif()
+    target_link_libraries(thudforge_pictures INTERFACE ${THUDFORGE_PNG_ARCHIVE} ${THUDFORGE_Z_ARCHIVE})
+    target_include_directories(thudforge_pictures SYSTEM INTERFACE ${THUDFORGE_WINDOWS_LIBRARIES}/include)
+    add_library(thudforge_win INTERFACE)
+    target_link_libraries(thudforge_win INTERFACE comctl32 comdlg32 gdi32 shell32 wininet)
+else()
     # Hosts bring libpng and FreeType in versions of their own, and symbols of theirs would be taken for the module's:
     # so it holds both whole, and hides them. Debian's archives are made for programs, but all that keeps them out of
     # a module is their use of `stderr`, which module-stderr.c gives them. The X11 libraries are those of the system,

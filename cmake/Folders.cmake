@@ -42,3 +42,18 @@ function(thudforge_embeds_bitmaps source)
         COMPILE_DEFINITIONS THUDFORGE_BITMAPS="${CMAKE_BINARY_DIR}/EmbeddedBitmaps.inc"
         OBJECT_DEPENDS "${pictures};${fonts};${CMAKE_BINARY_DIR}/EmbeddedBitmaps.inc")
 endfunction()
+
+# Makes a library from a file of Windows resources, which embeds the same: link it to what needs them.
+function(thudforge_resources target source)
+    enable_language(RC)
+    thudforge_embeds_bitmaps(${source})
+    set_source_files_properties(${CMAKE_SOURCE_DIR}/${source} PROPERTIES COMPILE_DEFINITIONS "")
+    add_library(${target}_object OBJECT ${CMAKE_SOURCE_DIR}/${source})
+    target_include_directories(${target}_object PRIVATE
+        ${CMAKE_BINARY_DIR} ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/resources/img/grimworks)
+    target_compile_definitions(${target}_object PRIVATE
+        VERSION_MAJOR=${PROJECT_VERSION_MAJOR} VERSION_MINOR=${PROJECT_VERSION_MINOR}
+        VERSION_PATCH=${PROJECT_VERSION_PATCH})
+    add_library(${target} INTERFACE)
+    target_sources(${target} INTERFACE $<TARGET_OBJECTS:${target}_object>)
+endfunction()

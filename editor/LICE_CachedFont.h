@@ -43,6 +43,12 @@ public:
     /// The way from one line to the next: straight down for a level text.
     [[nodiscard]] virtual LICE_Vector LineStep() const { return {0, LineHeight()}; }
 
+    /// Has the system draw a text itself, in its own way. False, and nothing drawn, where it cannot.
+    virtual bool DrawNative(LICE_IBitmap& /*dest*/, std::u32string_view /*text*/, const IRECT& /*rect*/,
+                            LICE_pixel /*color*/, unsigned /*flags*/) {
+        return false;
+    }
+
 protected:
     LICE_GlyphSource() = default;
 };

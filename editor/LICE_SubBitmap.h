@@ -9,7 +9,7 @@ namespace Grimworks {
 /// corner, and nothing is drawn outside the part. The part is limited to the other bitmap; it can be empty.
 class LICE_SubBitmap final : public LICE_IBitmap {
 public:
-    LICE_SubBitmap(LICE_IBitmap& whole, const IRECT& part) : span(whole.getRowSpan()) {
+    LICE_SubBitmap(LICE_IBitmap& ofWhole, const IRECT& part) : whole(ofWhole), span(whole.getRowSpan()) {
         const IRECT inside = part.Intersect({0, 0, whole.getWidth(), whole.getHeight()});
         if (whole.getBits() == nullptr || inside.Empty()) return;
         bits = whole.getBits() + static_cast<std::ptrdiff_t>(inside.T) * span + inside.L;
@@ -25,11 +25,15 @@ public:
     int getRowSpan() override { return span; }
     bool resize(int, int) override { return false; }
 
+    /// That of the whole bitmap.
+    void* getDC() override { return whole.getDC(); }
+
     /// Where the part begins in the other bitmap.
     [[nodiscard]] int Left() const { return left; }
     [[nodiscard]] int Top() const { return top; }
 
 private:
+    LICE_IBitmap& whole;
     LICE_pixel* bits = nullptr;
     int span;
     int width = 0;

@@ -39,11 +39,13 @@ public:
 private:
 #ifdef _WIN32
     void Free();
+    void FreeContext();
 
     LICE_pixel* fb = nullptr;
     int width = 0;
     int height = 0;
     void* context = nullptr;   ///< HDC
+    unsigned long contextThread = 0;
     void* section = nullptr;   ///< HBITMAP
     void* oldBitmap = nullptr; ///< what the context held before
 #else

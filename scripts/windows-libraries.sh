@@ -19,7 +19,7 @@ flock 9
 wanted=$(
     cat "${BASH_SOURCE[0]}" "$toolchain"
     x86_64-w64-mingw32-g++-posix --version
-    dpkg-query -W -f='${source:Package} ${source:Version}\n' libsndfile1
+    dpkg-query -W -f='${source:Package} ${source:Version}\n' libsndfile1 libpng16-16 libz-mingw-w64-dev
 )
 if [ "$(cat "$prefix/made-from" 2>/dev/null)" = "$wanted" ]; then
     echo "$prefix"
@@ -73,7 +73,7 @@ build_with_cmake() {
 
 log=$THUDFORGE_CACHE/windows-libraries.log
 rm -rf "$prefix.new"
-echo "Building libsndfile for Windows from Debian's source archive (once, for all clones)" >&2
+echo "Building libsndfile and libpng for Windows from Debian's source archives (once, for all clones)" >&2
 # (Not as a condition: there the shell would go on behind a command that failed.)
 set +e
 (
@@ -82,6 +82,9 @@ set +e
     fetch_source libsndfile
     build_with_cmake libsndfile -DENABLE_EXTERNAL_LIBS=OFF -DENABLE_MPEG=OFF -DENABLE_CPACK=OFF \
         -DBUILD_PROGRAMS=OFF -DBUILD_EXAMPLES=OFF -DBUILD_TESTING=OFF
+    # zlib comes from Debian's mingw-w64 package.
+    fetch_source libpng1.6
+    build_with_cmake libpng1.6 -DPNG_SHARED=OFF -DPNG_STATIC=ON -DPNG_TESTS=OFF -DPNG_EXECUTABLES=OFF
 ) >"$log" 2>&1
 failed=$?
 set -e
