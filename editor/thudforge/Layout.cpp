@@ -159,6 +159,8 @@ IText TextOf(TextStyle style) {
     switch (style) {
     case TextStyle::Label:
         return {12, labelColor, IText::AlignCenter};
+    case TextStyle::LabelNarrow:
+        return {11, labelColor, IText::AlignCenter};
     case TextStyle::LabelLeft:
         return {12, labelColor, IText::AlignNear};
     case TextStyle::Value:
@@ -177,6 +179,8 @@ IText TextOf(TextStyle style) {
         return {13, glassColor, IText::AlignFar};
     case TextStyle::Zoom:
         return {13, glassColor, IText::AlignCenter, IText::StyleBold};
+    case TextStyle::Help:
+        return {14, labelColor, IText::AlignCenter};
     case TextStyle::Link:
         return {14, valueColor, IText::AlignNear};
     }

@@ -15,6 +15,13 @@ inline constexpr int kEditorHeight = 835;
 inline constexpr int kEditorFps = 25;
 inline constexpr double kKnobGearing = 4.0;
 
+/// Lettering of the panels' titles: bold, em and extra space after each letter in pixels.
+inline constexpr int kTitleSize = 11;
+inline constexpr int kTitleTracking = 1;
+/// The same for the headings inside the panels.
+inline constexpr int kHeadingSize = 10;
+inline constexpr int kHeadingTracking = 1;
+
 enum class Page : int { Synth = 0, Scope = 1, About = 2, Every = 3 };
 
 /// The sections of the instrument; each has one accent colour.
@@ -85,23 +92,25 @@ enum class ControlKind : int {
     WaveSelect,      ///< IGwScopeWaveSelectionButton; direction is its number, 1..6
     FillModeButton,  ///< IGwScopeHollowFilledSelectionButton
     UrlButton,       ///< IGwUrlButton; direction 0 the maker's site, 1 the other one
-    Eye,             ///< IGwVuEyeDrawer; direction 1 the left eye, 0 the right one
-    Tab,             ///< IGwTabButton; direction is the page
+    Eye, ///< IGwVuEyeDrawer; direction 1 the left eye (apex at its top left), 0 the right one (top right)
+    Tab, ///< IGwTabButton; direction is the page
 };
 
 /// Looks of the editor's texts.
 enum class TextStyle : int {
-    Label,     ///< name of a control, over it
-    LabelLeft, ///< the same, beside it
-    Value,     ///< caption with a control's value, under it
-    ValueLeft, ///< the same, beside it
-    Display,   ///< names on dark glass
-    SmallName, ///< short names on dark glass: filter types, LFO modes
-    Number,    ///< number of a wave, at the right edge of its title
-    Info,      ///< info line, left
-    InfoRight, ///< info line, right
-    Zoom,      ///< zoom in percent
-    Link,      ///< web links
+    Label,       ///< name of a control, over it
+    LabelNarrow, ///< the same where knobs stand close
+    LabelLeft,   ///< the same, beside it
+    Value,       ///< caption with a control's value, under it
+    ValueLeft,   ///< the same, beside it
+    Display,     ///< names on dark glass
+    SmallName,   ///< short names on dark glass: filter types, LFO modes
+    Number,      ///< number of a wave, at the right edge of its title
+    Info,        ///< info line, left
+    InfoRight,   ///< info line, right
+    Zoom,        ///< zoom in percent
+    Link,        ///< web links
+    Help,        ///< explanations below the scope
 };
 
 /// Colour of the glass inside the displays.

@@ -119,6 +119,7 @@ void AddCrushers(Panel& panel) {
     for (int i = 0; i < 3; ++i) {
         const auto k = static_cast<std::size_t>(i);
         PlacedControl knob = Knob(kLabels[k], 639 + 44 * i, 481, 30, Param::Quantization + i, kBitmaps[k]);
+        knob.label.style = TextStyle::LabelNarrow;
         knob.caption.text = kFirstTexts[k];
         list.push_back(knob);
     }
@@ -178,7 +179,7 @@ Panel DistortionPanel() {
 }
 
 Panel EqualizerPanel() {
-    Panel panel = Framed(PanelId::Equalizer, Section::EqualizerDelay, {859, 580, 1152, 666}, "EQUALIZER");
+    Panel panel = Framed(PanelId::Equalizer, Section::EqualizerDelay, {859, 580, 1152, 665}, "EQUALIZER");
     struct Band {
         const char* label;
         int left;
@@ -204,7 +205,8 @@ Panel EqualizerPanel() {
 }
 
 Panel TempoDelayPanel() {
-    Panel panel = Framed(PanelId::TempoDelay, Section::EqualizerDelay, {646, 668, 857, 778}, "TEMPO DELAY");
+    Panel panel = Framed(PanelId::TempoDelay, Section::EqualizerDelay, {646, 667, 857, 778}, "TEMPO DELAY");
+    panel.titleY = panel.frame.T + 2;
     constexpr std::array<const char*, 4> kLabels{"Tempo", "Feedb.", "Dump", "Spread"};
     for (int i = 0; i < 4; ++i) {
         PlacedControl knob = Knob(kLabels[static_cast<std::size_t>(i)], 637 + 50 * i, 684, 35,
@@ -215,7 +217,8 @@ Panel TempoDelayPanel() {
 }
 
 Panel OutputPanel() {
-    Panel panel = Framed(PanelId::Output, Section::Output, {859, 668, 1152, 778}, "OUTPUT");
+    Panel panel = Framed(PanelId::Output, Section::Output, {859, 667, 1152, 778}, "OUTPUT");
+    panel.titleY = panel.frame.T + 2;
     auto& list = panel.controls;
     list.push_back(Knob("Pan", 872, 684, 35, Param::Pan, Bitmap::PanKnob));
     list.push_back(Knob("Sat.", 922, 684, 35, Param::Saturation, Bitmap::SaturationKnob));

@@ -13,7 +13,7 @@ namespace {
 using namespace LayoutRules;
 
 /// From one oscillator's row to the next.
-constexpr int kRowPitch = 146;
+constexpr int kRowPitch = 145;
 
 constexpr std::array<int, 3> kWaveDisplays{Bitmap::Osc1Display, Bitmap::Osc2Display, Bitmap::Osc3Display};
 constexpr std::array<const char*, 3> kTitles{"OSCILLATOR 1", "OSCILLATOR 2", "OSCILLATOR 3"};
@@ -108,7 +108,7 @@ Panel OscillatorPanel(int oscillator) {
     Panel panel;
     panel.id = static_cast<PanelId>(static_cast<int>(PanelId::Oscillator1) + oscillator);
     panel.section = Section::Oscillators;
-    panel.frame = IRECT(70, y + 50, 644, y + 194);
+    panel.frame = IRECT(70, y + 50, 644, y + 193);
     panel.title = kTitles[static_cast<std::size_t>(oscillator)];
     panel.titleX = 103;
     panel.titleY = y + 59;

@@ -10,6 +10,16 @@ using namespace LayoutRules;
 
 constexpr int kMiddle = kEditorWidth / 2;
 
+void AddLink(Panel& panel, int icon, int left, int number, const char* text, const char* tooltip) {
+    PlacedControl button = Plain(ControlKind::UrlButton, icon, Sized(left, 680, 40, 40), number);
+    button.tooltip = tooltip;
+    panel.controls.push_back(button);
+    PlacedControl name = Plain(ControlKind::Text, Bitmap::None, Sized(left + 48, 691, 100, 18));
+    name.text = text;
+    name.style = TextStyle::Link;
+    panel.controls.push_back(name);
+}
+
 } // namespace
 
 Panel HeaderPanel() {
@@ -19,8 +29,8 @@ Panel HeaderPanel() {
     panel.section = Section::Output;
     panel.controls = {Picture(Bitmap::Background, 0, 0, kEditorWidth, kEditorHeight),
                       Picture(Bitmap::ControlsBackground, 0, 0, kEditorWidth, kEditorHeight),
-                      Picture(Bitmap::Title, 70, 8, 440, 34),
-                      Picture(Bitmap::X64, 518, 14, 40, 22),
+                      Picture(Bitmap::Title, 70, 8, 380, 34),
+                      Picture(Bitmap::X64, 458, 14, 40, 22),
                       Plain(ControlKind::Tab, Bitmap::TabSynth, Sized(895, 14, 85, 25), 0),
                       Plain(ControlKind::Tab, Bitmap::TabScope, Sized(981, 14, 85, 25), 1),
                       Plain(ControlKind::Tab, Bitmap::TabAbout, Sized(1067, 14, 85, 25), 2)};
@@ -82,14 +92,9 @@ Panel AboutPanel() {
     list.push_back(Picture(Bitmap::Logo, kMiddle - 370, 52, 740, 450));
     list.push_back(Picture(Bitmap::FreeVersionText, kMiddle - 260, 475, 520, 60));
     list.push_back(Picture(Bitmap::TeamText, kMiddle - 260, 550, 520, 110));
-    list.push_back(Picture(Bitmap::VstLogo, kMiddle - 110, 745, 220, 44));
-    list.push_back(Plain(ControlKind::UrlButton, Bitmap::WebIcon, Sized(kMiddle - 130, 680, 40, 40), 0));
-    list.back().tooltip = "Visit GrimWorks";
-    list.push_back(Plain(ControlKind::UrlButton, Bitmap::LikeIcon, Sized(kMiddle + 10, 680, 40, 40), 1));
-    PlacedControl like = Plain(ControlKind::Text, Bitmap::None, Sized(kMiddle + 58, 691, 110, 18));
-    like.text = "Like us on FB!";
-    like.style = TextStyle::Link;
-    list.push_back(like);
+    list.push_back(Picture(Bitmap::VstLogo, kMiddle - 88, 750, 176, 44));
+    AddLink(panel, Bitmap::WebIcon, kMiddle - 152, 0, "Visit our site", "Visit GrimWorks");
+    AddLink(panel, Bitmap::LikeIcon, kMiddle + 6, 1, "Like us on FB!", "Like GrimWorks");
     list.push_back(Plain(ControlKind::Eye, Bitmap::None, Sized(kMiddle - 78, 180, 56, 40), 1));
     list.push_back(Plain(ControlKind::Eye, Bitmap::None, Sized(kMiddle + 22, 180, 56, 40), 0));
     return panel;
@@ -123,6 +128,19 @@ Panel ScopePanel() {
     }
     list.push_back(Plain(ControlKind::FillModeButton, Bitmap::FillMode, Sized(kLeft + 779, 435, 64, 25)));
     list.back().tooltip = "Hollow, Half Filled, Filled";
+    constexpr std::array<const char*, 3> kHelp{"The upper trace is the left channel, the lower one the right "
+                                               "channel; LFOs and envelopes show in both.",
+                                               "The screen holds one second at 100 %. Zoom with the mouse "
+                                               "wheel or the buttons; the right mouse button zooms in "
+                                               "larger steps.",
+                                               "FREEZE keeps the picture while the sound goes on."};
+    for (int i = 0; i < 3; ++i) {
+        PlacedControl line =
+            Plain(ControlKind::Text, Bitmap::None, Sized(kLeft + 19, 486 + 24 * i, 1000, 18));
+        line.text = kHelp[static_cast<std::size_t>(i)];
+        line.style = TextStyle::Help;
+        list.push_back(line);
+    }
     return panel;
 }
 

@@ -73,7 +73,7 @@ Panel PitchEnvelopePanel() {
 }
 
 Panel VolumeEnvelopePanel() {
-    Panel panel = Framed(PanelId::VolumeEnvelope, Section::Envelopes, {70, 488, 388, 642}, "VOLUME ENVELOPE");
+    Panel panel = Framed(PanelId::VolumeEnvelope, Section::Envelopes, {70, 485, 388, 642}, "VOLUME ENVELOPE");
     AddEnvelope(panel, 0, Param::EnvAttack, Bitmap::VolumeEnvDisplay, Bitmap::AdsrVolumeKnob);
     auto& list = panel.controls;
     list.push_back(EnvelopeKnobAt("ADSR Shape", 340, 582, Param::AdsrShape, Bitmap::AdsrVolumeKnob));
@@ -84,21 +84,22 @@ Panel VolumeEnvelopePanel() {
     PlacedControl toVolume = Plain(ControlKind::ArrowButton, Bitmap::ArrowLeft, Sized(332, 530, 48, 20), 1);
     toVolume.tooltip = "Copy Filter Envelope To Volume Envelope";
     list.push_back(toVolume);
-    panel.engravings = {Line(327, 496, 327, 634, panel.section)};
+    panel.engravings = {Line(320, 494, 320, 634, panel.section)};
     return panel;
 }
 
 Panel FilterEnvelopePanel() {
     Panel panel =
-        Framed(PanelId::FilterEnvelope, Section::Envelopes, {390, 488, 644, 642}, "FILTER ENVELOPE");
+        Framed(PanelId::FilterEnvelope, Section::Envelopes, {390, 485, 644, 642}, "FILTER ENVELOPE");
     AddEnvelope(panel, kFilterEnvelopeShift, Param::FilterAttack, Bitmap::FilterEnvDisplay,
                 Bitmap::AdsrFilterKnob);
     return panel;
 }
 
 Panel UnisonPanel() {
-    Panel panel = Framed(PanelId::Unison, Section::Oscillators, {646, 580, 857, 666}, "UNISON");
-    panel.controls.push_back(Knob("Voices", 655, 594, 40, Param::UnisonVoices, Bitmap::UnisonVoicesKnob));
+    Panel panel = Framed(PanelId::Unison, Section::Oscillators, {646, 580, 857, 665}, "UNISON");
+    panel.titleY = panel.frame.T + 2;
+    panel.controls.push_back(Knob("Voices", 705, 594, 40, Param::UnisonVoices, Bitmap::UnisonVoicesKnob));
     panel.controls.push_back(Knob("Detune", 785, 594, 40, Param::UnisonDetune, Bitmap::UnisonKnob));
     return panel;
 }

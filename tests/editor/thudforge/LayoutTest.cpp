@@ -45,6 +45,11 @@ IRECT Ink(const std::string& text, const IRECT& rect, TextStyle style) {
     return {left, baseline - capitals, left + width, baseline + look.size / 5};
 }
 
+/// Width of lettering on the artwork.
+int TitleWidth(const std::string& text, int size, int tracking) {
+    return Font(true).Width(text, size) + static_cast<int>(text.size()) * tracking;
+}
+
 /// The longest texts that a caption comes to show.
 std::vector<std::string> LongestTexts(const PlacedControl& control) {
     static const std::map<int, std::vector<std::string>> byParam{
@@ -148,13 +153,13 @@ std::vector<Part> DrawnParts(Page page) {
         }
         for (const Engraving& engraving : panel.engravings) {
             if (engraving.kind != Engraving::Kind::Heading) continue;
-            const int width = Font(true).Width(engraving.text, 11);
+            const int width = TitleWidth(engraving.text, kHeadingSize, kHeadingTracking);
             const int left = engraving.rect.MW() - width / 2;
             parts.push_back(
                 {engraving.text, &panel, {left, engraving.rect.T + 1, left + width, engraving.rect.B - 1}});
         }
         if (*panel.title != '\0') {
-            const int width = Font(true).Width(panel.title, 12);
+            const int width = TitleWidth(panel.title, kTitleSize, kTitleTracking);
             parts.push_back({std::string("title ") + panel.title,
                              &panel,
                              {panel.titleX, panel.titleY + 2, panel.titleX + width, panel.titleY + 12}});
@@ -522,7 +527,7 @@ double Contrast(const IColor& a, const IColor& b) {
 
 TEST(Layout, TextsAndAccentsStandOutFromTheLightestPanelGround) {
     const IColor lightest(255, 40, 43, 47);
-    for (int style = 0; style <= static_cast<int>(TextStyle::Link); ++style) {
+    for (int style = 0; style <= static_cast<int>(TextStyle::Help); ++style) {
         EXPECT_GE(Contrast(TextOf(static_cast<TextStyle>(style)).color, lightest), 4.5) << style;
     }
     for (int section = 0; section <= static_cast<int>(Section::Output); ++section) {
