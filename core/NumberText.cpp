@@ -77,6 +77,14 @@ void AppendFixed(std::string& text, double value, int decimals) {
     if (result.ec == std::errc{}) text.append(buffer.data(), result.ptr);
 }
 
+std::string FixedText(double value, int width, int decimals) {
+    std::string text;
+    AppendFixed(text, value, decimals);
+    const auto wanted = static_cast<std::size_t>(width < 0 ? 0 : width);
+    if (text.size() < wanted) text.insert(0, wanted - text.size(), ' ');
+    return text;
+}
+
 void AppendGeneral(std::string& text, double value) {
     constexpr int kDigits = 6;
     std::array<char, 32> buffer;

@@ -13,6 +13,10 @@ namespace Grimworks {
 /// Appends a number in fixed notation with so many decimals, "C" format. Allocates.
 void AppendFixed(std::string& text, double value, int decimals);
 
+/// A number in fixed notation, filled up with blanks on its left to so many characters, "C" format.
+/// Allocates.
+[[nodiscard]] std::string FixedText(double value, int width, int decimals);
+
 /// Appends a number with up to six significant digits, in fixed or scientific notation, whichever suits its
 /// size, without trailing zeros ("%g"), "C" format. Allocates.
 void AppendGeneral(std::string& text, double value);

@@ -1,5 +1,8 @@
 #include "plugin/ThudForge.h"
 
+#include "editor/IGraphics.h"
+#include "editor/thudforge/Layout.h"
+#include "editor/thudforge/ThudForgeEditor.h"
 #include "patches/FactoryBank.h"
 #include "voice/StoredWaves.h"
 
@@ -47,7 +50,22 @@ ThudForge::ThudForge(audioMasterCallback audioMaster)
     DefineParameters(values);
     ConnectMidi();
     PackFactoryBank(bank);
+    BuildEditor();
     RestorePreset(0);
+}
+
+/// The panels stand before the graphics are known to the host's side, so that the first values of all
+/// parameters reach all controls.
+void ThudForge::BuildEditor() {
+    graphics = MakeGraphics(*this, kEditorWidth, kEditorHeight, kEditorFps);
+    panels = std::make_unique<ThudForgeEditor>(*this, *graphics);
+    AttachGraphics(graphics.get());
+}
+
+ThudForge::~ThudForge() {
+    if (graphics == nullptr) return;
+    graphics->CloseWindow();
+    AttachGraphics(nullptr);
 }
 
 void ThudForge::ConnectMidi() {
@@ -59,6 +77,7 @@ void ThudForge::ConnectMidi() {
 
 void ThudForge::Reset() {
     const PlugLockGuard guard(Lock());
+    scope.Clear();
     GrowBuffers(GetBlockSize());
     voices.SetSampleRate(GetSampleRate());
     pitchEnvelope.SetSampleRate(GetSampleRate());
@@ -66,6 +85,7 @@ void ThudForge::Reset() {
     voices.SetBlockSize(GetBlockSize());
     midi.Resize(GetBlockSize());
     ResetEffects();
+    changedParameters.Mark(Param::SampleRate); // its caption tells a rate
     resetDone = true;
 }
 
@@ -92,19 +112,9 @@ void ThudForge::ResetEffects() {
         unit->Reset();
     }
     tempoDelay.SetSampleRate(rate);
-    tempoDelay.SetTempo(GetTempo());
+    tempoDelay.SetTempo(AskTempo());
     follower.SetSampleRate(rate);
     hqFilterUnit.SetSampleRate(rate);
-}
-
-void ThudForge::RequestCurveOperation(int code) {
-    const PlugLockGuard guard(Lock());
-    if (activeFlag) {
-        pendingCurve.store(code, std::memory_order_release);
-        return;
-    }
-    RunCurveOperation(code, random, editorStage.GetDistortion(), audioStage.GetDistortion());
-    curveChanged.store(true, std::memory_order_release);
 }
 
 void ThudForge::GrowBuffers(int frames) {
@@ -119,19 +129,31 @@ void ThudForge::GrowBuffers(int frames) {
 void ThudForge::OnActivate(bool active) {
     const PlugLockGuard guard(Lock());
     activeFlag = active;
-    if (active) RefreshTempo();
+    if (active) {
+        RefreshTempo();
+        return;
+    }
+    // No block will come to see to what the editor has asked for meanwhile.
+    RunPendingCurve();
+    ApplyStroke();
+    if (peakResetPending) ResetMaxLevel();
 }
 
 void ThudForge::OnParamChange(int id) {
     if (id < 0 || id >= kLiveParameters) return;
     const PlugLockGuard guard(Lock());
     const double value = GetParameterValue(id);
+    if (id == Param::DistortionType) ApplyStroke(); // it belongs to the curve that it was drawn on
     if (id < Param::BassAmount) {
         ApplyVoiceParameter(id, value);
     } else {
         ApplyEffectParameter(id, value);
     }
     changedParameters.Mark(id);
+    if (id == Param::DistortionType) curveChanged.store(true, std::memory_order_release);
+    if (id >= Param::DistortionOnOff && id <= Param::DistortionInterpMode) {
+        previewChanged.store(true, std::memory_order_release);
+    }
 }
 
 /// Poly and channel pressure and program change have no meaning here; control changes are queued and then

@@ -18,9 +18,11 @@
 #include "effects/TempoDelay.h"
 #include "patches/SynthProgram.h"
 #include "plugin/ChangedParameters.h"
+#include "plugin/DrawnCurve.h"
 #include "plugin/IPlugVST.h"
 #include "plugin/MidiReceiver.h"
 #include "plugin/PlayRequest.h"
+#include "plugin/ScopeRing.h"
 #include "voice/EnvelopeGenerator.h"
 #include "voice/MultiSampler.h"
 #include "voice/PitchEnvelope.h"
@@ -30,18 +32,35 @@
 
 #include <array>
 #include <atomic>
+#include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
 namespace Grimworks {
+
+class IGraphics;
+class ThudForgeEditor;
+
+/// The distortion's picture: the selected curve, and one cycle of a sine through the unit.
+struct CurvePreview {
+    std::array<double, kCurvePreviewPoints> curve{};
+    std::array<double, kSignalPreviewPoints> signal{};
+};
 
 /// The instrument: owns every unit of the engine by value and turns a host's process call into sound. All
 /// operations run under the plug-in lock, which the host shell takes; ProcessDoubleReplacing and what it
 /// calls belong to the audio thread and neither allocate nor wait.
 class ThudForge final : public IPlugVST {
 public:
+    /// Pages of the editor.
+    enum Page : int { SynthPage = 0, ScopePage = 1, AboutPage = 2 };
+
     /// Builds the whole instrument at 44100 Hz and 1024 frames; `audioMaster` may be null.
     explicit ThudForge(audioMasterCallback audioMaster);
+
+    /// Takes the window away first, if it is still open.
+    ~ThudForge() override;
 
     /// Takes over sample rate and block size. Buffers grow and never shrink; the delay is emptied.
     void Reset() override;
@@ -86,6 +105,7 @@ public:
     [[nodiscard]] const WaveformProvider& Waves() const { return waves; }
     [[nodiscard]] const DistortionStage& EditorStage() const { return editorStage; }
     [[nodiscard]] const DistortionStage& AudioStage() const { return audioStage; }
+    [[nodiscard]] const FilterUnit& MainFilter() const { return filterUnit; }
 
     /// The envelopes as the editor draws them; they stay at 44100 Hz.
     [[nodiscard]] const EnvelopeGenerator& VolumeDisplay() const { return volumeDisplay; }
@@ -95,15 +115,83 @@ public:
     [[nodiscard]] double PeakLeft() const { return peakLeft.load(std::memory_order_relaxed); }
     [[nodiscard]] double PeakRight() const { return peakRight.load(std::memory_order_relaxed); }
 
+    /// Whether the host has switched the instrument on; any thread.
+    [[nodiscard]] bool IsAudioActive() const { return activeFlag; }
+
+    /// The host's tempo when the instrument last asked for it; any thread.
+    [[nodiscard]] double ShownTempo() const { return shownTempo.load(std::memory_order_relaxed); }
+
+    /// Chooses what the callback leaves for the displays and blanks the scope when its page comes up; a
+    /// number outside Page does nothing. The editor follows at its next tick. Any thread.
+    void SelectPage(int page);
+    void SelectSynthPage() { SelectPage(SynthPage); }
+    void SelectScopePage() { SelectPage(ScopePage); }
+    void SelectAboutPage() { SelectPage(AboutPage); }
+    [[nodiscard]] int CurrentPage() const { return currentPage.load(std::memory_order_relaxed); }
+
+    // The scope, see ScopeRing. Editor thread.
+
+    [[nodiscard]] const ScopeRing& Scope() const { return scope; }
+    void SetScopeZoom(bool zoomIn, int amount) { scope.SetZoom(zoomIn, amount); }
+    void SetScopeFrozen(bool frozen);
+
+    // Levels.
+
+    /// Forgets the highest output: at once while the audio stands still, else with the next block. Any
+    /// thread.
+    void ResetMaxLevel();
+
+    /// Lets the level display of the about page fall while no audio does it.
+    void FollowSilence();
+
+    /// Levels of the about page, 0..1; any thread.
+    [[nodiscard]] double FollowerLeft() const { return followerLeft.load(std::memory_order_relaxed); }
+    [[nodiscard]] double FollowerRight() const { return followerRight.load(std::memory_order_relaxed); }
+
+    // The distortion's curve.
+
     /// Runs a curve operation on both distortion stages: at once while the audio stands still, else at the
     /// start of the next block. The last request before a block stands. Any thread.
     void RequestCurveOperation(int code);
 
-    /// True once after the selected curve was replaced or edited; the editor then draws it anew. Any thread.
+    /// True once after the selected curve was replaced or edited by other means than drawing; the editor then
+    /// draws it anew. Any thread.
     [[nodiscard]] bool TakeCurveChanged() { return curveChanged.exchange(false, std::memory_order_acquire); }
 
-    /// Whether the host has switched the instrument on; any thread.
-    [[nodiscard]] bool IsAudioActive() const { return activeFlag; }
+    /// Gives the drawing one value a pixel of the control's width, and the selected curve as its picture.
+    void SetDrawnCurveWidth(int width);
+
+    /// The strokes of DrawnCurve, on the picture of the curve that is selected now. They are heard at the end
+    /// of the next block, or from the next ApplyStroke on while the audio stands still. Editor thread.
+    void PressCurve(int x, double v);
+    void DragCurve(int x, double v, int dX);
+
+    /// The drawing as it stands; editor thread.
+    [[nodiscard]] const DrawnCurve& Drawing() const { return drawnCurve; }
+
+    /// Moves the drawing to both distortion stages.
+    void ApplyDrawnCurve();
+
+    /// Applies a waiting stroke, unless a running callback does it. True if there was one. Editor thread.
+    bool ApplyStrokeIfSilent();
+
+    /// Reads the selected curve back into the drawing and renders the preview. Editor thread.
+    void UpdateCurveDisplay();
+
+    /// Brings drawing and preview up to date; true if anything was to do. Editor thread.
+    bool RefreshCurveDisplay();
+
+    /// What the curve controls show. Editor thread.
+    [[nodiscard]] const CurvePreview& Preview() const { return curvePreview; }
+
+    // Pictures of waves and envelopes. Editor thread.
+
+    /// The wave of an oscillator 0..2 from its start phase on; other numbers leave the points alone.
+    void RenderWave(int oscillator, std::span<double, kWavePreviewPoints> points);
+    /// An envelope of height 0..1 times its amount.
+    void RenderVolumeEnvelope(std::array<double, kEnvelopeCurvePoints>& points) const;
+    void RenderFilterEnvelope(std::array<double, kEnvelopeCurvePoints>& points) const;
+    void RenderPitchEnvelope(std::array<double, kPitchCurvePoints>& points) const;
 
     /// What the editor asks of the next block, and what it is told; any thread.
     PlayRequest playRequest;
@@ -111,6 +199,7 @@ public:
     std::atomic<bool> peakResetPending{false};
 
 private:
+    void BuildEditor();
     void ConnectMidi();
     void PackFactoryBank(const std::vector<SynthProgram>& bank);
     void GrowBuffers(int frames);
@@ -130,12 +219,14 @@ private:
     void ApplyTempoDelay(int id, double value);
     void ApplyOutput(int id, double value);
 
+    double AskTempo();
     void RefreshTempo();
     void CheckTempo();
 
     static void ClearInputs(double** inputs, int frames);
     void ClearSums(int frames);
     void QueueTestNote();
+    void RunWaveEdit();
     void TickVoices(int frames);
     void RenderVoices(int frames);
     void ClampEnvelopeSums(int frames);
@@ -147,6 +238,11 @@ private:
     void MixBypass(StereoView out, int frames);
     void ApplyVolumeAndPan(StereoView out, int frames);
     void ClipAndMeasure(StereoView out, int frames);
+    void FeedDisplays(StereoView out, int frames);
+    void KeepFollower();
+    void RunCurveOperationNow(int code);
+    void ApplyStroke();
+    void RenderCurvePreview();
 
     // The units stand in the order in which they are built, which is that in which sound passes.
     RandomGenerator random;       ///< construction, live noise
@@ -189,11 +285,24 @@ private:
     EnvelopeGenerator filterDisplay{"Filter Envelope"};
     std::atomic<double> peakLeft{0.0};
     std::atomic<double> peakRight{0.0};
+    std::atomic<double> followerLeft{0.0};
+    std::atomic<double> followerRight{0.0};
+    std::atomic<int> currentPage{SynthPage};
+    ScopeRing scope;
+    DrawnCurve drawnCurve;
+    CurvePreview curvePreview; ///< editor thread
+    WaveCycle waveDrawing{};   ///< for a drawing board of waves to come: nothing sets the flag so far
+    double editedWave = 0.0;
+    std::atomic<bool> waveEditPending{false};
     double lastTempo = 120.0;
+    std::atomic<double> shownTempo{120.0};
     std::atomic<int> pendingCurve{CurveOperation::NonePending};
     std::atomic<bool> curveChanged{false};
+    std::atomic<bool> previewChanged{false};
     std::atomic<bool> activeFlag{false};
     bool resetDone = false;
+    std::unique_ptr<IGraphics> graphics;
+    std::unique_ptr<ThudForgeEditor> panels; ///< after the graphics: it goes first
 };
 
 } // namespace Grimworks

@@ -34,8 +34,7 @@ void ThudForge::ProcessEffects(StereoView dry, int frames) {
 void ThudForge::RunPendingCurve() {
     const int code = pendingCurve.exchange(CurveOperation::NonePending, std::memory_order_acq_rel);
     if (code == CurveOperation::NonePending) return;
-    RunCurveOperation(code, random, editorStage.GetDistortion(), audioStage.GetDistortion());
-    curveChanged.store(true, std::memory_order_release);
+    RunCurveOperationNow(code);
 }
 
 /// The wet path is panned here and the whole output again behind it: the wet signal gets the squared law, and

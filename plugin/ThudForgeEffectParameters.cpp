@@ -185,18 +185,25 @@ void ThudForge::ApplyOutput(int id, double value) {
     }
 }
 
+/// Leaves the tempo to the editor, which never asks the host itself.
+double ThudForge::AskTempo() {
+    const double tempo = GetTempo();
+    shownTempo.store(tempo, std::memory_order_relaxed);
+    return tempo;
+}
+
 /// Follows the host's tempo: locked LFOs stop at tempo 0, the delay alone keeps its last length.
 void ThudForge::RefreshTempo() {
     for (int oscillator = 0; oscillator < kOscillators; ++oscillator) {
         const double sync = values[Osc(oscillator, OscParam::LfoTempoSync)];
         if (sync > 0.0) ApplyLfoTempoSync(oscillator, sync);
     }
-    tempoDelay.SetTempo(GetTempo());
+    tempoDelay.SetTempo(AskTempo());
 }
 
 /// A tempo that is not a number differs from everything, so it refreshes with every block.
 void ThudForge::CheckTempo() {
-    const double tempo = GetTempo();
+    const double tempo = AskTempo();
     if (tempo == lastTempo) return;
     lastTempo = tempo;
     RefreshTempo();

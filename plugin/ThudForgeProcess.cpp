@@ -21,6 +21,7 @@ void ThudForge::ProcessDoubleReplacing(double** inputs, double** outputs, int fr
     ClearInputs(inputs, frames);
     ClearSums(frames);
     QueueTestNote();
+    RunWaveEdit();
 
     TickVoices(frames);
     RenderVoices(frames);
@@ -36,8 +37,10 @@ void ThudForge::ProcessDoubleReplacing(double** inputs, double** outputs, int fr
     MixBypass(out, frames);
     ApplyVolumeAndPan(out, frames);
     ClipAndMeasure(out, frames);
+    FeedDisplays(out, frames);
 
     midi.Flush(frames);
+    ApplyStroke();
     CheckTempo();
 }
 

@@ -45,7 +45,7 @@ bool ThudForge::SaveProgramAsText(const std::string& path) {
 /// The current preset takes the new name but keeps the sound from before the load: restoring it brings the
 /// older sound back.
 bool ThudForge::LoadProgramFromText(const std::string& path) {
-    const PlugLockGuard guard(Lock());
+    const HostNews guard(*this);
     SynthProgram program;
     std::string curveText;
     if (!LoadFromTextFile(path, program, curveText)) return false;
@@ -61,8 +61,12 @@ bool ThudForge::LoadProgramFromText(const std::string& path) {
     return true;
 }
 
-std::intptr_t ThudForge::VendorSpecific(std::int32_t index, std::intptr_t /*value*/, void* ptr,
-                                        float /*opt*/) {
+std::intptr_t ThudForge::VendorSpecific(std::int32_t index, std::intptr_t value, void* ptr, float /*opt*/) {
+    if (index == OwnOp::SelectPage) {
+        if (value < SynthPage || value > AboutPage) return 0;
+        SelectPage(static_cast<int>(value));
+        return 1;
+    }
     if (ptr == nullptr) return 0;
     const auto* path = static_cast<const char*>(ptr);
     switch (index) {

@@ -142,6 +142,7 @@ namespace OwnOp {
 enum : std::int32_t {
     LoadProgramFile = 0x54466C64, ///< "TFld"
     SaveProgramFile = 0x54467376, ///< "TFsv"
+    SelectPage = 0x54467067,      ///< "TFpg": the editor's page, 0 synth, 1 scope, 2 about, as value
 };
 } // namespace OwnOp
 
