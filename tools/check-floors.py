@@ -16,7 +16,7 @@ MAX_LINES = 600
 LONG_FILES = {}
 
 # The instrument's own files in plugin/; the others there are the framework that knows hosts.
-INSTRUMENT = ("ThudForge", "EntryPoint")
+INSTRUMENT = ("ThudForge", "EntryPoint", "DrawnCurve", "ScopeRing")
 # What the units of the chain share with the voices.
 VOICE_FOR_EFFECTS = {
     "PolyBLEP", "WaveTableReader", "WaveTableSet", "Noise", "WaveGenerator", "GwFilterPaulKellett", "IGwFilter"}
