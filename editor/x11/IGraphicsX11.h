@@ -49,6 +49,8 @@ private:
     bool CloseIfOpen();
     void MakeWindow(X11Loop& loop, xcb_window_t parent);
     bool DropWindow();
+    /// Takes the mouse from the controls before something waits for the user; false without a window.
+    bool StartWaiting();
 
     std::mutex hostCalls; ///< one open or close call at a time
     std::shared_ptr<X11Thread> thread;

@@ -3,7 +3,9 @@
 #include "editor/LICE_IBitmap.h"
 #include "editor/Types.h"
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace Grimworks {
 
@@ -32,6 +34,9 @@ void DrawLine(LICE_IBitmap& bitmap, LICE_IFont* font, std::string_view text, con
 
 /// Pixels that a text takes in a line, 0 without a font.
 [[nodiscard]] int WidthOf(LICE_IFont* font, std::string_view text);
+
+/// A text in lines of at most this width, broken at blanks where there are some.
+[[nodiscard]] std::vector<std::string> Wrap(LICE_IFont* font, std::string_view text, int width);
 
 } // namespace X11Style
 
