@@ -35,7 +35,7 @@ void AddFilterType(Panel& panel, const char* label, int param, int types, int le
 } // namespace
 
 Panel FilterUnitPanel() {
-    Panel panel = Switched(PanelId::FilterUnit, Section::Filters, {646, 196, 891, 367}, "FILTER UNIT",
+    Panel panel = Switched(PanelId::FilterUnit, Section::Filters, {646, 195, 891, 366}, "FILTER UNIT",
                            Param::FilterOnOff);
     auto& list = panel.controls;
     list.push_back(Knob("Drive", 650, 229, 30, Param::FilterInputDrive, Bitmap::FilterDriveKnob));
@@ -56,7 +56,7 @@ Panel FilterUnitPanel() {
 }
 
 Panel ModulationPanel() {
-    Panel panel = Switched(PanelId::ModulationEffects, Section::Modulation, {893, 196, 1152, 367},
+    Panel panel = Switched(PanelId::ModulationEffects, Section::Modulation, {893, 195, 1152, 366},
                            "MODULATION EFFECTS", Param::ModulationOnOff);
     constexpr int kSmall = 30;
     auto& list = panel.controls;
@@ -156,6 +156,7 @@ void AddShaper(Panel& panel) {
     list.push_back(mode);
     list.push_back(Knob("Amount", 964, 471, 35, Param::DynShaper, Bitmap::DynShaperKnob));
     list.back().rect = Sized(977, 485, 35, 35);
+    list.back().caption = Caption(964, 525);
     list.push_back(Knob("Wave", 1025, 471, 40, Param::DynShaperType, Bitmap::DynShaperTypeKnob));
     list.push_back(Switch(Param::DynShaperInvert, Bitmap::Invert, 1094, 482, 48, 20));
     list.push_back(Switch(Param::DynShaperPosNegBoth, Bitmap::Polarity, 1094, 506, 48, 20));
@@ -164,10 +165,10 @@ void AddShaper(Panel& panel) {
 } // namespace
 
 Panel DistortionPanel() {
-    Panel panel = Switched(PanelId::Distortion, Section::Distortion, {646, 369, 1152, 544}, "DISTORTION",
+    Panel panel = Switched(PanelId::Distortion, Section::Distortion, {646, 368, 1152, 544}, "DISTORTION",
                            Param::DistortionOnOff);
-    panel.controls.front().rect = Sized(652, 370, 20, 20);
-    panel.titleY = 373;
+    panel.controls.front().rect = Sized(652, 369, 20, 20);
+    panel.titleY = 372;
     AddCurve(panel);
     AddCrushers(panel);
     AddCurveButtons(panel);
@@ -180,6 +181,7 @@ Panel DistortionPanel() {
 
 Panel EqualizerPanel() {
     Panel panel = Framed(PanelId::Equalizer, Section::EqualizerDelay, {859, 580, 1152, 665}, "EQUALIZER");
+    panel.titleY = panel.frame.T + 2;
     struct Band {
         const char* label;
         int left;

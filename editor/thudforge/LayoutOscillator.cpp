@@ -55,8 +55,8 @@ void AddWave(Panel& panel, int oscillator, int y) {
     PlacedControl menu = Placed(ControlKind::WaveformMenu, wave, Bitmap::None, {90, y + 127, 195, y + 143},
                                 "Waveform Selection");
     menu.style = TextStyle::Display;
-    menu.caption.rect = IRECT(175, y + 58, 199, y + 74);
-    menu.caption.hit = IRECT(179, y + 58, 199, y + 72);
+    menu.caption.rect = IRECT(175, y + 59, 199, y + 75);
+    menu.caption.hit = IRECT(179, y + 59, 199, y + 73);
     menu.caption.style = TextStyle::Number;
     list.push_back(menu);
     list.push_back(OnOff(Osc(oscillator, OscParam::OnOff), 78, y + 56));

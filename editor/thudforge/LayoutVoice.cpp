@@ -54,7 +54,7 @@ void AddEnvelope(Panel& panel, int shift, int firstParam, int display, int knobB
 Panel PitchEnvelopePanel() {
     Panel panel = Framed(PanelId::PitchEnvelope, Section::Envelopes, {646, 107, 1152, 194}, "PITCH ENVELOPE");
     panel.titleX = 677;
-    panel.titleY = 112;
+    panel.titleY = 110;
     auto& list = panel.controls;
     list.push_back(Picture(Bitmap::PitchEnvDisplay, 915, 110, 220, 80));
     list.push_back(Plain(ControlKind::PitchPicture, Bitmap::None, Sized(921, 116, 208, 68)));
@@ -106,7 +106,7 @@ Panel UnisonPanel() {
 
 Panel FmPanel() {
     Panel panel = Framed(PanelId::Fm, Section::Modulation, {532, 644, 644, 778}, "FM");
-    panel.controls.push_back(Knob("Amount", 558, 679, 40, Param::FmAmount, Bitmap::FmKnob));
+    panel.controls.push_back(Knob("Amount", 558, 682, 40, Param::FmAmount, Bitmap::FmKnob));
     return panel;
 }
 
@@ -151,7 +151,7 @@ Panel SubOscillatorPanel() {
 Panel PitchBendPanel() {
     Panel panel = Framed(PanelId::PitchBend, Section::Oscillators, {1014, 50, 1152, 105}, "PITCH BEND");
     PlacedControl knob =
-        Placed(ControlKind::Knob, Param::PitchBendRange, Bitmap::OscTuneKnob, Sized(1026, 69, 30, 30));
+        Placed(ControlKind::Knob, Param::PitchBendRange, Bitmap::OscVolumeKnob, Sized(1026, 69, 30, 30));
     knob.label = {"Range", Sized(1063, 69, 60, 16), TextStyle::LabelLeft};
     knob.caption.rect = Sized(1063, 84, 60, 16);
     knob.caption.hit = Sized(1063, 84, 60, 14);
