@@ -15,7 +15,7 @@
 .macro bitmap id, file
         .pushsection .rodata.bitmaps, "a"
 1:
-        .incbin "\file"
+        .incbin "resources/img/grimworks/\file"
 2:
         .popsection
 3:
@@ -23,7 +23,7 @@
 .endm
 
         hidden thudforgeBitmaps
-#define BITMAP(id, file, frames) bitmap id, "resources/img/grimworks/" file
+#define BITMAP(id, file, frames) bitmap id, file
 #include THUDFORGE_BITMAPS
         .long 0, 0, 0
 
