@@ -89,6 +89,20 @@ MadeControl MakeMeter(PanelContext& context, const PlacedControl& placed) {
     }
 }
 
+/// What the engine makes of a value, or the value itself.
+MadeControl MakeCaptionText(PanelContext& context, const PlacedControl& placed) {
+    const PlacedCaption& caption = placed.caption;
+    const IText look = TextOf(caption.style);
+    if (EditorCaptions::HasText(placed.param)) {
+        auto text = std::make_unique<IGwEngineCaption>(&context.instrument, caption.rect, placed.param, look,
+                                                       caption.text);
+        context.editor.Captions().SetCaption(placed.param, text.get());
+        return text;
+    }
+    return std::make_unique<IGwCaptionControl>(&context.instrument, caption.rect, placed.param, look,
+                                               caption.mode, caption.showLabel);
+}
+
 } // namespace
 
 MadeControl MakeDisplay(PanelContext& context, const PlacedControl& placed) {
@@ -114,16 +128,9 @@ MadeControl MakeDisplay(PanelContext& context, const PlacedControl& placed) {
 }
 
 MadeControl MakeCaption(PanelContext& context, const PlacedControl& placed) {
-    const PlacedCaption& caption = placed.caption;
-    const IText look = TextOf(caption.style);
-    if (EditorCaptions::HasText(placed.param)) {
-        auto text = std::make_unique<IGwEngineCaption>(&context.instrument, caption.rect, placed.param, look,
-                                                       caption.text);
-        context.editor.Captions().SetCaption(placed.param, text.get());
-        return text;
-    }
-    return std::make_unique<IGwCaptionControl>(&context.instrument, caption.rect, placed.param, look,
-                                               caption.mode, caption.showLabel);
+    MadeControl caption = MakeCaptionText(context, placed);
+    caption->EnablePrompt(true);
+    return caption;
 }
 
 } // namespace Grimworks
