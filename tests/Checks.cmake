@@ -28,6 +28,7 @@ endif()
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 thudforge_check(tree.FloorsAndFileSizes checks ${Python3_EXECUTABLE} ${CMAKE_SOURCE_DIR}/tools/check-floors.py)
 thudforge_check(tree.FloorCheckFindsFaults checks ${Python3_EXECUTABLE} ${checks}/check_floors_test.py)
+thudforge_check(tree.TidyFindsFaultsInGroups checks ${Python3_EXECUTABLE} ${checks}/tidy_groups_test.py)
 thudforge_check(tree.KickPatternIsWhatItsToolWrites checks ${Python3_EXECUTABLE}
     ${CMAKE_SOURCE_DIR}/tools/make_kick_pattern.py --check ${CMAKE_SOURCE_DIR}/examples/kick-pattern.mid)
 thudforge_check(tree.WaveDifferenceFindsFaults checks ${checks}/wave-difference.sh $<TARGET_FILE:wave_difference>)

@@ -7,7 +7,7 @@
 #include <vector>
 
 /// Builds wave files byte by byte for the tests.
-namespace Testing {
+namespace Grimworks::Testing {
 
 using Bytes = std::vector<std::byte>;
 
@@ -66,4 +66,4 @@ inline Bytes FloatWav(const std::vector<double>& values) {
     return WavBytes({.format = 3, .bits = 64}, RawBytes(values));
 }
 
-} // namespace Testing
+} // namespace Grimworks::Testing
