@@ -26,10 +26,6 @@ std::string NameOf(const std::array<std::string_view, N>& names, double value) {
     return std::string(names[static_cast<std::size_t>(ClampedChoice(value, static_cast<int>(N) - 1))]);
 }
 
-std::string DecibelText(double gain, std::string_view silence) {
-    return gain > 0.0 ? FixedText(20.0 * std::log10(gain), 3, 1) + "dB" : std::string(silence);
-}
-
 std::string SecondsText(double seconds) {
     return FixedText(seconds, 3, 3) + " s";
 }
@@ -140,6 +136,10 @@ std::string EffectText(int id, const CaptionSource& source) {
 }
 
 } // namespace
+
+std::string DecibelText(double gain, std::string_view silence) {
+    return gain > 0.0 ? FixedText(20.0 * std::log10(gain), 3, 1) + "dB" : std::string(silence);
+}
 
 CaptionSource::CaptionSource(const ThudForge& instrument) {
     const PlugLockGuard guard(instrument.Lock());

@@ -3,6 +3,7 @@
 #include "core/ValueBlock.h"
 
 #include <string>
+#include <string_view>
 
 namespace Grimworks {
 
@@ -27,6 +28,9 @@ struct CaptionSource {
 
 /// Whether CaptionText has a text for a parameter.
 [[nodiscard]] bool HasCaptionText(int id);
+
+/// "-6.0dB" for a gain of 0.5; `silence` for 0 and below.
+[[nodiscard]] std::string DecibelText(double gain, std::string_view silence);
 
 /// The text of a parameter, empty for one without.
 [[nodiscard]] std::string CaptionText(int id, const CaptionSource& source);
