@@ -24,8 +24,11 @@ public:
     bool Press(int button, int x, int y, std::uint32_t time);
     void Release(int button);
 
-    /// Nothing is held any more.
-    void Clear() { held = 0; }
+    /// Nothing is held any more, and the next press is a first one.
+    void Clear() {
+        held = 0;
+        lastButton = 0;
+    }
 
     [[nodiscard]] bool Holds(int button) const { return button < 32 && (held & BitOf(button)) != 0; }
     [[nodiscard]] bool AnyHeld() const { return held != 0; }

@@ -177,6 +177,7 @@ void HostWindow::AnswerClipboard(const xcb_selection_request_event_t& request, c
     std::memcpy(sent.data(), &answer, sizeof answer);
     xcb_send_event(connection, 0, request.requestor, 0, sent.data());
     Sync();
+    ++clipboardAnswers;
 }
 
 bool Eventually(const std::function<bool()>& isSo) {

@@ -53,6 +53,8 @@ public:
 
     /// Owns the clipboard with this text until `until` is true.
     void OfferClipboard(const std::string& text, const std::function<bool()>& until);
+    /// How often the clipboard was asked for.
+    [[nodiscard]] int ClipboardAnswers() const { return clipboardAnswers; }
 
 private:
     xcb_atom_t Atom(const std::string& name);
@@ -62,6 +64,7 @@ private:
     xcb_screen_t* screen = nullptr;
     xcb_window_t window = XCB_NONE;
     std::vector<int> keys;
+    int clipboardAnswers = 0;
 };
 
 /// Waits until something is so; false if it takes longer than any machine needs.
