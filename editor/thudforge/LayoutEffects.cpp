@@ -22,9 +22,9 @@ Panel Switched(PanelId id, Section section, const IRECT& frame, const char* titl
 
 void AddFilterType(Panel& panel, const char* label, int param, int types, int left, const char* tooltip) {
     auto& list = panel.controls;
-    list.push_back(Picture(Bitmap::FilterTypeDisplay, left, 309, 62, 18));
+    list.push_back(Picture(Bitmap::FilterTypeDisplay, left, 308, 62, 19));
     PlacedControl menu =
-        Placed(ControlKind::FilterMenu, param, Bitmap::None, Sized(left, 310, 62, 16), tooltip);
+        Placed(ControlKind::FilterMenu, param, Bitmap::None, Sized(left, 311, 62, 16), tooltip);
     menu.label = {label, Sized(left, 294, 62, 16), TextStyle::Label};
     menu.style = TextStyle::SmallName;
     list.push_back(menu);
@@ -99,7 +99,7 @@ void AddCurve(Panel& panel) {
     PlacedControl name = Plain(ControlKind::Text, Bitmap::None, {653, 432, 782, 448});
     name.text = "Curve Preview";
     list.push_back(name);
-    list.push_back(Picture(Bitmap::CurveNameDisplay, 834, 522, 135, 20));
+    list.push_back(Picture(Bitmap::CurveNameDisplay, 834, 521, 135, 20));
     PlacedControl menu = Placed(ControlKind::CurveMenu, Param::DistortionType, Bitmap::None,
                                 {837, 525, 965, 541}, "Distortion Curve Selection");
     menu.style = TextStyle::SmallName;
@@ -158,6 +158,7 @@ void AddShaper(Panel& panel) {
     list.back().rect = Sized(977, 485, 35, 35);
     list.back().caption = Caption(964, 525);
     list.push_back(Knob("Wave", 1025, 471, 40, Param::DynShaperType, Bitmap::DynShaperTypeKnob));
+    list.back().caption = Caption(1025, 525);
     list.push_back(Switch(Param::DynShaperInvert, Bitmap::Invert, 1094, 482, 48, 20));
     list.push_back(Switch(Param::DynShaperPosNegBoth, Bitmap::Polarity, 1094, 506, 48, 20));
 }

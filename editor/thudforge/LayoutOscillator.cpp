@@ -68,7 +68,7 @@ void AddWave(Panel& panel, int oscillator, int y) {
 
 void AddFilterSide(Panel& panel, int param, int y, int menuLeft, int nextLeft, const char* tooltip) {
     auto& list = panel.controls;
-    list.push_back(Picture(Bitmap::FilterTypeDisplay, menuLeft, y + 168, 62, 18));
+    list.push_back(Picture(Bitmap::FilterTypeDisplay, menuLeft, y + 166, 62, 19));
     PlacedControl menu =
         Placed(ControlKind::FilterMenu, param, Bitmap::None, Sized(menuLeft, y + 169, 62, 16), tooltip);
     menu.style = TextStyle::SmallName;
@@ -93,7 +93,7 @@ void AddFilter(Panel& panel, int oscillator, int y) {
 void AddLfoSwitches(Panel& panel, int oscillator, int y) {
     panel.controls.push_back(
         Switch(Osc(oscillator, OscParam::LfoLinkAll), Bitmap::LfoLink, 83, y + 166, 54, 20));
-    panel.controls.push_back(Picture(Bitmap::FilterTypeDisplay, 143, y + 168, 62, 18));
+    panel.controls.push_back(Picture(Bitmap::FilterTypeDisplay, 143, y + 166, 62, 19));
     PlacedControl mode = Placed(ControlKind::LfoModeMenu, Osc(oscillator, OscParam::LfoMode), Bitmap::None,
                                 Sized(143, y + 169, 62, 16), "LFO Signal Mode Selection");
     mode.label = {"LFO Mode", Sized(143, y + 151, 62, 16), TextStyle::Label};

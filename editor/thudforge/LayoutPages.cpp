@@ -14,7 +14,7 @@ void AddLink(Panel& panel, int icon, int left, int number, const char* text, con
     PlacedControl button = Plain(ControlKind::UrlButton, icon, Sized(left, 680, 40, 40), number);
     button.tooltip = tooltip;
     panel.controls.push_back(button);
-    PlacedControl name = Plain(ControlKind::Text, Bitmap::None, Sized(left + 48, 691, 100, 18));
+    PlacedControl name = Plain(ControlKind::Text, Bitmap::None, Sized(left + 48, 692, 100, 18));
     name.text = text;
     name.style = TextStyle::Link;
     panel.controls.push_back(name);
@@ -44,7 +44,7 @@ Panel PresetPanel() {
     panel.frame = IRECT(646, 546, 1152, 578);
     auto& list = panel.controls;
     list.push_back(Picture(Bitmap::PresetDisplay, 664, 551, 185, 20));
-    PlacedControl menu = Plain(ControlKind::PresetMenu, Bitmap::None, {668, 553, 845, 569});
+    PlacedControl menu = Plain(ControlKind::PresetMenu, Bitmap::None, {668, 554, 845, 570});
     menu.style = TextStyle::Display;
     menu.tooltip = "Factory Preset Selection";
     list.push_back(menu);
@@ -112,7 +112,7 @@ Panel ScopePanel() {
     list.push_back(Plain(ControlKind::WaveDrawer, Bitmap::None, {kLeft + 19, 110, kLeft + 1019, 430}));
     list.push_back(Plain(ControlKind::FreezeButton, Bitmap::Freeze, Sized(kLeft + 19, 430, 110, 30)));
     list.back().tooltip = "Freeze";
-    PlacedControl zoom = Plain(ControlKind::ZoomText, Bitmap::None, Sized(kLeft + 891, 439, 96, 17));
+    PlacedControl zoom = Plain(ControlKind::ZoomText, Bitmap::None, Sized(kLeft + 891, 440, 96, 17));
     zoom.text = "100 %";
     zoom.style = TextStyle::Zoom;
     list.push_back(zoom);

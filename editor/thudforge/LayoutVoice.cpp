@@ -99,7 +99,7 @@ Panel FilterEnvelopePanel() {
 Panel UnisonPanel() {
     Panel panel = Framed(PanelId::Unison, Section::Oscillators, {646, 580, 857, 665}, "UNISON");
     panel.titleY = panel.frame.T + 2;
-    panel.controls.push_back(Knob("Voices", 705, 594, 40, Param::UnisonVoices, Bitmap::UnisonVoicesKnob));
+    panel.controls.push_back(Knob("Voices", 711, 594, 40, Param::UnisonVoices, Bitmap::UnisonVoicesKnob));
     panel.controls.push_back(Knob("Detune", 785, 594, 40, Param::UnisonDetune, Bitmap::UnisonKnob));
     return panel;
 }
@@ -116,11 +116,11 @@ Panel NoteTransposePanel() {
     auto& list = panel.controls;
     list.push_back(Picture(Bitmap::WaveNameDisplay, 655, 75, 117, 20));
     PlacedControl menu = Placed(ControlKind::NoteModeMenu, Param::NoteTransposeMode, Bitmap::None,
-                                Sized(659, 77, 109, 16), "Note Mode Selection");
+                                Sized(659, 78, 109, 16), "Note Mode Selection");
     menu.style = TextStyle::Display;
     list.push_back(menu);
     list.push_back(Picture(Bitmap::WaveNameDisplay, 777, 75, 117, 20));
-    PlacedControl note = Plain(ControlKind::NoteText, Bitmap::None, Sized(781, 77, 109, 16));
+    PlacedControl note = Plain(ControlKind::NoteText, Bitmap::None, Sized(781, 78, 109, 16));
     note.style = TextStyle::Display;
     list.push_back(note);
     PlacedControl knob = Placed(ControlKind::TransposeKnob, Param::GlobalTranspose, Bitmap::OscTuneKnob,

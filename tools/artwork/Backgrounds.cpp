@@ -196,9 +196,26 @@ void SubOscillatorRoad(Canvas& canvas) {
     });
 }
 
+/// Two voices of one note, a little apart.
+void UnisonSign(cairo_t* context) {
+    const Color accent = Accent(Grimworks::Section::Oscillators);
+    for (int voice = 0; voice < 2; ++voice) {
+        cairo_new_path(context);
+        for (int i = 0; i <= 60; ++i) {
+            const double t = i / 60.0;
+            const double cycles = voice == 0 ? 2.0 : 2.45;
+            cairo_line_to(context, 661.0 + 44.0 * t, 628.0 - 11.0 * std::sin(2.0 * kPi * cycles * t));
+        }
+        SetColor(context, accent.Alpha(voice == 0 ? 0.62 : 0.32));
+        cairo_set_line_width(context, 1.4);
+        cairo_stroke(context);
+    }
+}
+
 /// The echoes of the tempo delay, and the sign of ring modulation.
 void SmallSigns(Canvas& canvas) {
     canvas.Shapes([&](cairo_t* context) {
+        UnisonSign(context);
         const Color delay = Accent(Grimworks::Section::EqualizerDelay);
         for (int i = 0; i < 12; ++i) {
             const double height = 16.0 * std::pow(0.80, i);

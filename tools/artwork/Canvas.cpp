@@ -21,15 +21,16 @@ Surface MakeSurface(int width, int height) {
 
 std::uint32_t* RowOf(cairo_surface_t* surface, int y) {
     unsigned char* data = cairo_image_surface_get_data(surface);
-    return reinterpret_cast<std::uint32_t*>(data + static_cast<std::ptrdiff_t>(y) *
-                                                       cairo_image_surface_get_stride(surface));
+    const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface);
+    return reinterpret_cast<std::uint32_t*>(data + y * stride);
 }
 
 /// Mean of a square of pixels; alpha is premultiplied, so each byte may be averaged on its own.
 std::uint32_t Average(cairo_surface_t* large, int x, int y) {
     std::array<std::uint32_t, 4> sums{};
     for (int row = 0; row < kSupersampling; ++row) {
-        const std::uint32_t* pixels = RowOf(large, y * kSupersampling + row) + x * kSupersampling;
+        const std::uint32_t* pixels =
+            RowOf(large, y * kSupersampling + row) + std::ptrdiff_t{x} * kSupersampling;
         for (int column = 0; column < kSupersampling; ++column) {
             for (unsigned byte = 0; byte < 4; ++byte)
                 sums[byte] += (pixels[column] >> (8U * byte)) & 0xFFU;

@@ -164,7 +164,7 @@ void AddDisplays(Drawings& all) {
     all[Bitmap::CurveNameDisplay] = [dist] { return GlassDisplay(135, 20, dist); };
     all[Bitmap::DumpExpandDisplay] = [eq] { return DumpExpandDisplay(31, 20, eq); };
     all[Bitmap::EqDisplay] = [eq] { return EqDisplay(72, 44, eq); };
-    all[Bitmap::FilterTypeDisplay] = [] { return GlassDisplay(62, 18, Accent(Section::Filters)); };
+    all[Bitmap::FilterTypeDisplay] = [] { return GlassDisplay(62, 19, Accent(Section::Filters)); };
     all[Bitmap::FilterEnvDisplay] = [env] { return GridDisplay(120, 45, env, 10, 4, 4); };
     all[Bitmap::VolumeEnvDisplay] = [env] { return GridDisplay(120, 45, env, 10, 4, 4); };
     for (const int id : {Bitmap::Osc1Display, Bitmap::Osc2Display, Bitmap::Osc3Display}) {
@@ -174,7 +174,7 @@ void AddDisplays(Drawings& all) {
     all[Bitmap::PresetDisplay] = [] { return GlassDisplay(185, 20, Ice()); };
     all[Bitmap::InfoDisplay] = [] { return GlassDisplay(810, 40, Ice()); };
     all[Bitmap::WaveNameDisplay] = [osc] { return GlassDisplay(117, 20, osc); };
-    all[Bitmap::WaveDisplay] = [] { return ScopeDisplay(1040, 360, 343); };
+    all[Bitmap::WaveDisplay] = [] { return ScopeDisplay(1040, 360, 344); };
     all[Bitmap::ZoomDisplay] = [] { return GlassDisplay(100, 25, Ice()); };
     all[Bitmap::Slider104] = [] { return SliderGroove(104, 14); };
     all[Bitmap::Slider82] = [] { return SliderGroove(82, 14); };

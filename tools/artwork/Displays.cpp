@@ -123,7 +123,7 @@ Canvas ScopeDisplay(int width, int height, int frameHeight) {
     // The traces run from 19 to 1019 and from 20 to 340.
     constexpr double kLeft = 19.0;
     constexpr double kTop = 20.0;
-    const Box screen{kLeft - 4.0, kTop - 4.0, 1008.0, 328.0};
+    const Box screen{kLeft - 3.0, kTop - 3.0, 1006.0, 326.0};
     const Color accent{0.45, 0.75, 0.85};
     canvas.Shapes([&](cairo_t* context) {
         const Box frame{0.0, 0.0, static_cast<double>(width), static_cast<double>(frameHeight)};
@@ -148,7 +148,7 @@ Canvas ScopeDisplay(int width, int height, int frameHeight) {
     canvas.TextOnMiddle("R", 8.0, kTop + 240.0, look);
     look.align = Align::Left;
     look.color = Gray(0.9);
-    canvas.TextOnMiddle("OSCILLOSCOPE", kLeft, 8.5, look);
+    canvas.TextOnMiddle("OSCILLOSCOPE", kLeft, 9.0, look);
     return canvas;
 }
 

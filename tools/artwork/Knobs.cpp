@@ -63,10 +63,10 @@ void Body(cairo_t* context, const Measures& m) {
     for (int i = 0; i < 6; ++i) {
         FillCircle(context, c + 0.9, c + 1.6, m.skirt + 2.2 - 0.45 * i, Gray(0.0, 0.11));
     }
-    FillDisc(context, c, c, m.skirt, 0.30, 0.045);
+    FillDisc(context, c, c, m.skirt, 0.34, 0.045);
     FillDisc(context, c, c, m.skirt - 0.9, 0.155, 0.06);
-    FillDisc(context, c, c, m.cap, 0.37, 0.085);
-    FillDisc(context, c, c, m.cap - 0.9, 0.205, 0.115);
+    FillDisc(context, c, c, m.cap, 0.46, 0.085);
+    FillDisc(context, c, c, m.cap - 0.9, 0.235, 0.115);
     // Two bands where the turned face catches the light.
     for (const double angle : {-2.35, 0.79}) {
         cairo_new_path(context);

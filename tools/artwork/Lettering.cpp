@@ -62,9 +62,9 @@ void Polygon(cairo_t* context, double centerX, const std::vector<Point>& half, b
     for (const Point& point : half)
         cairo_line_to(context, centerX + point.x, point.y);
     if (mirrored) {
-        for (auto point = half.rbegin(); point != half.rend(); ++point) {
-            cairo_line_to(context, centerX - point->x, point->y);
-        }
+        std::vector<Point> back(half.rbegin(), half.rend());
+        for (const Point& point : back)
+            cairo_line_to(context, centerX - point.x, point.y);
     }
     cairo_close_path(context);
 }
@@ -142,6 +142,26 @@ void Mask(cairo_t* context, double c) {
     }
 }
 
+/// The smith's anvil on the forehead.
+void Anvil(cairo_t* context, double c) {
+    const std::vector<Point> outline{{-30.0, 58.0}, {24.0, 58.0}, {24.0, 61.0}, {34.0, 62.0}, {22.0, 72.0},
+                                     {9.0, 74.0},   {7.0, 82.0},  {17.0, 88.0}, {17.0, 92.0}, {-17.0, 92.0},
+                                     {-17.0, 88.0}, {-7.0, 82.0}, {-9.0, 74.0}, {-20.0, 71.0}};
+    cairo_save(context);
+    cairo_translate(context, 0.0, 1.2);
+    Polygon(context, c, outline, false);
+    SetColor(context, Gray(1.0, 0.14));
+    cairo_fill(context);
+    cairo_restore(context);
+    Polygon(context, c, outline, false);
+    const Color ember = Accent(Grimworks::Section::Oscillators);
+    const Pattern hot(cairo_pattern_create_linear(0.0, 56.0, 0.0, 94.0));
+    cairo_pattern_add_color_stop_rgb(hot.get(), 0.0, ember.r, ember.g, ember.b);
+    cairo_pattern_add_color_stop_rgb(hot.get(), 1.0, 0.62, 0.16, 0.06);
+    cairo_set_source(context, hot.get());
+    cairo_fill(context);
+}
+
 /// Sockets of the eyes, which glow by themselves in the editor, and the grille of the mouth.
 void MaskOpenings(cairo_t* context, double c) {
     for (const double side : {-1.0, 1.0}) {
@@ -162,7 +182,7 @@ void MaskOpenings(cairo_t* context, double c) {
         const Box slot{c + 13.0 * i - 3.5, 211.0 + std::abs(i) * 0.5, 7.0, height};
         FillVertical(context, slot.Inset(-1.0), 3.0, Gray(0.0), Gray(0.34));
         FillVertical(context, slot, 2.5, Gray(0.01),
-                     Mix(Gray(0.02), Accent(Grimworks::Section::Oscillators), 0.34));
+                     Mix(Gray(0.02), Accent(Grimworks::Section::Oscillators), 0.72));
     }
 }
 
@@ -222,6 +242,7 @@ Canvas MakersLogo(int width, int height) {
     canvas.Shapes([&](cairo_t* context) {
         KickWave(context, c, 150.0);
         Mask(context, c);
+        Anvil(context, c);
         MaskOpenings(context, c);
     });
     SteelText(canvas, "GRIMWORKS", c + 4.0, 388.0, Lettering(88.0, 8.0, Gray(1.0)));

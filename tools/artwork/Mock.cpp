@@ -148,7 +148,7 @@ int FrameOf(const PlacedControl& control, int frames) {
     switch (control.kind) {
     case ControlKind::Knob:
     case ControlKind::TransposeKnob:
-        return static_cast<int>((frames - 1) * SampleValue(control) + 0.5);
+        return static_cast<int>(std::lround((frames - 1) * SampleValue(control)));
     case ControlKind::Switch:
         return static_cast<int>(SampleValue(control) * frames);
     case ControlKind::WaveSelect:
