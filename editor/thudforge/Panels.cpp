@@ -27,7 +27,7 @@ public:
         control->SetTooltip(placed.tooltip);
         // What only shows something is no obstacle for the mouse on its way to what lies below.
         if (!TakesMouse(placed.kind)) control->SetTargetRect(IRECT());
-        Keep(std::move(control));
+        Keep(std::move(control), PageOf(placed));
         if (!placed.caption.rect.Empty()) AttachCaption(placed);
     }
 
@@ -43,18 +43,23 @@ private:
         auto control =
             std::make_unique<ITextControl>(&context.instrument, label.rect, TextOf(label.style), label.text);
         control->SetTargetRect(IRECT());
-        Keep(std::move(control));
+        Keep(std::move(control), page);
     }
 
     void AttachCaption(const PlacedControl& placed) {
         MadeControl caption = MakeCaption(context, placed);
         caption->SetTargetRect(placed.caption.hit);
-        Keep(std::move(caption));
+        Keep(std::move(caption), page);
     }
 
-    void Keep(MadeControl control) {
+    /// The plate with the panels' frames and titles belongs to the page of the panels.
+    [[nodiscard]] Page PageOf(const PlacedControl& placed) const {
+        return placed.bitmap == Bitmap::ControlsBackground ? Page::Synth : page;
+    }
+
+    void Keep(MadeControl control, Page shownOn) {
         const int index = context.graphics.AttachControl(std::move(control));
-        if (page != Page::Every) context.editor.AddToPage(static_cast<int>(page), index);
+        if (shownOn != Page::Every) context.editor.AddToPage(static_cast<int>(shownOn), index);
     }
 
     PanelContext& context;

@@ -58,8 +58,9 @@ TEST(PanelsPages, EveryControlIsOnOnePageButForBackgroundsTitleAndTabs) {
         for (const int index : indices)
             EXPECT_TRUE(seen.insert(index).second) << index;
     }
-    // Two backgrounds, the title, the word beside it and three tabs, all of them first.
-    EXPECT_EQ(SharedControls(rig), (std::set<int>{0, 1, 2, 3, 4, 5, 6}));
+    // The background, the title, the word beside it and three tabs. The plate with the panels is second.
+    EXPECT_EQ(SharedControls(rig), (std::set<int>{0, 2, 3, 4, 5, 6}));
+    EXPECT_EQ(rig.editor.PageControls(0).front(), 1);
 }
 
 TEST(PanelsPages, AllIsAttachedInTheOrderInWhichItIsDrawn) {
