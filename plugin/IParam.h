@@ -30,6 +30,9 @@ public:
     /// step: as many as make it a whole number, at most six.
     void InitDouble(const Definition& definition);
 
+    /// Sets what kind of parameter this is; InitDouble makes it a double one unless it has been told.
+    void SetType(Type kind) { type = kind; }
+
     /// Gives a text to one whole-numbered value. Text and label of that value then read so.
     void SetDisplayText(int forValue, std::string_view text);
 
