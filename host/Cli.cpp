@@ -1,6 +1,7 @@
 #include "host/Cli.h"
 
 #include "host/AllPrograms.h"
+#include "host/Edit.h"
 #include "host/Files.h"
 #include "host/HostError.h"
 #include "host/Interrupt.h"
@@ -49,6 +50,11 @@ struct Options {
     int block = 256;
     int velocity = 100;
     std::string seconds = "2";
+    std::string openSeconds; ///< of edit; empty: until it is closed
+    std::string screenshot;
+    std::string page;
+    std::string key;
+    bool silent = false;
 };
 
 /// What the sound options mean, once they are checked.
@@ -95,11 +101,11 @@ std::vector<int> ParseNotes(const std::vector<std::string>& texts) {
 /// The instrument that one command works with: the module, and an instance set up by the options.
 class LoadedInstrument {
 public:
-    explicit LoadedInstrument(const Options& commandOptions)
+    explicit LoadedInstrument(const Options& commandOptions, bool realTime = false)
         : options(commandOptions),
           module(options.module.empty() ? Module::Find() : PathFromText(options.module)),
           host(module.Entry(), TextFromPath(module.Path()),
-               {static_cast<double>(options.rate), options.block}) {
+               {static_cast<double>(options.rate), options.block, realTime}) {
         if (!options.program.empty()) ChooseProgram(host, options.program);
         for (const std::string& setting : options.settings)
             ApplySetting(host, setting);
@@ -203,6 +209,32 @@ int RunConvert(const Options& options, std::ostream& out) {
     return kExitDone;
 }
 
+EditJob ParseEdit(const Options& options) {
+    EditJob job;
+    if (options.page == "synth") job.page = EditPage::Synth;
+    if (options.page == "scope") job.page = EditPage::Scope;
+    if (options.page == "about") job.page = EditPage::About;
+    job.audio = !options.silent;
+    if (!options.key.empty()) job.key = RepeatedKey{ParseNotes({options.key}).front(), options.velocity};
+    if (!options.openSeconds.empty()) job.seconds = ParseSeconds("--seconds", options.openSeconds, 0.0);
+    job.screenshot = PathFromText(options.screenshot);
+    return job;
+}
+
+int RunEdit(const Options& options, std::ostream& out, std::ostream& err) {
+    const EditJob job = ParseEdit(options);
+    LoadedInstrument instrument(options, true);
+    const EditEnd end = ShowEditor(instrument.Host(), job, [] { return !InterruptRequested(); });
+    if (end == EditEnd::Photographed) {
+        out << options.screenshot << ": " << instrument.Host().Text(PlugOp::GetProgramName) << '\n';
+        return kExitDone;
+    }
+    // Whoever closes the window has done what it is there for, unless a picture was asked for.
+    if (job.screenshot.empty()) return kExitDone;
+    err << "thudforge: " << options.screenshot << ": the window was closed first, nothing was written\n";
+    return end == EditEnd::Interrupted ? kExitInterrupted : kExitFault;
+}
+
 void AddModule(CLI::App& command, Options& options) {
     command.add_option("--module", options.module,
                        "the module to load instead of the one installed with this program");
@@ -213,14 +245,35 @@ CLI::Option* AddProgram(CLI::App& command, Options& options) {
                               "program by number (1 is the first), by name, or an .fxp or text program file");
 }
 
-void AddSound(CLI::App& command, Options& options) {
+void AddSetup(CLI::App& command, Options& options) {
     AddModule(command, options);
-    command.add_option("-o,--output", options.output, "the WAV file to write");
     command
         .add_option("--set", options.settings, "NAME=VALUE or ID=VALUE, value from 0 to 1; may be repeated")
         ->allow_extra_args(false);
     command.add_option("--rate", options.rate, "samples in a second")->check(CLI::Range(8000, 384000));
     command.add_option("--block", options.block, "frames in a block")->check(CLI::Range(1, 65536));
+}
+
+void AddVelocity(CLI::App& command, Options& options) {
+    command.add_option("--velocity", options.velocity, "1 to 127")->check(CLI::Range(1, 127));
+}
+
+void AddEdit(CLI::App& command, Options& options) {
+    AddSetup(command, options);
+    AddProgram(command, options);
+    command.add_option("--page", options.page, "synth, scope or about")
+        ->check(CLI::IsMember({"synth", "scope", "about"}));
+    command.add_option("--note", options.key, "a key that the displays show, struck every second: C0 to G10");
+    AddVelocity(command, options);
+    command.add_flag("--no-audio", options.silent, "do not let the instrument play");
+    command.add_option("--seconds", options.openSeconds, "close the window by itself after so long");
+    command.add_option("--screenshot", options.screenshot,
+                       "write a PNG file of what the window shows, and close it");
+}
+
+void AddSound(CLI::App& command, Options& options) {
+    AddSetup(command, options);
+    command.add_option("-o,--output", options.output, "the WAV file to write");
     command.add_option("--bits", options.bits, "16, 24, 32f or 64f");
     command.add_option("--tail", options.tail, "seconds to go on after the end, or auto: until it is quiet");
 }
@@ -230,6 +283,7 @@ struct Commands {
     Commands(CLI::App& app, Options& options)
         : render(app.add_subcommand("render", "Play a MIDI file into a WAV file")),
           note(app.add_subcommand("note", "Play notes, one after the other, into a WAV file")),
+          edit(app.add_subcommand("edit", "Show the editor in a window of its own")),
           convert(app.add_subcommand("convert", "Write a program file in the other form")),
           params(app.add_subcommand("params", "List the parameters")),
           programs(app.add_subcommand("programs", "List the programs")),
@@ -243,10 +297,11 @@ struct Commands {
             ->excludes(render->get_option("--output"));
         note->add_option("notes", options.notes, "C0 to G10 (C5 is 60), or 0 to 127")->required();
         note->add_option("--seconds", options.seconds, "how long each key is held");
-        note->add_option("--velocity", options.velocity, "1 to 127")->check(CLI::Range(1, 127));
+        AddVelocity(*note, options);
         AddSound(*note, options);
         AddProgram(*note, options);
         note->get_option("--output")->required();
+        AddEdit(*edit, options);
         convert->add_option("in", options.source, "a program file, or a program by number or name")
             ->required();
         convert->add_option("out", options.output, "an .fxp file, or a text program under any other name")
@@ -260,6 +315,7 @@ struct Commands {
 
     CLI::App* render;
     CLI::App* note;
+    CLI::App* edit;
     CLI::App* convert;
     CLI::App* params;
     CLI::App* programs;
@@ -269,6 +325,7 @@ struct Commands {
 int Run(const Commands& commands, const Options& options, std::ostream& out, std::ostream& err) {
     if (commands.render->parsed()) return RunRender(options, out, err);
     if (commands.note->parsed()) return RunNote(options, out, err);
+    if (commands.edit->parsed()) return RunEdit(options, out, err);
     if (commands.convert->parsed()) return RunConvert(options, out);
     LoadedInstrument instrument(options);
     if (commands.params->parsed()) PrintParameters(instrument.Host(), out);
@@ -296,7 +353,8 @@ int ReportFault(std::string fault, std::ostream& err) {
 
 int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
     Options options;
-    CLI::App app("ThudForge on the command line: plays the instrument into WAV files", "thudforge");
+    CLI::App app("ThudForge on the command line: plays the instrument into WAV files and shows its editor",
+                 "thudforge");
     app.set_version_flag("--version", "thudforge " THUDFORGE_VERSION);
     // A path may begin with a slash on every system.
     app.allow_windows_style_options(false);

@@ -52,6 +52,28 @@ std::vector<std::uint8_t> ReadFileBytes(const std::filesystem::path& path, std::
     return bytes;
 }
 
+void WriteFileBytes(const std::filesystem::path& path, const std::vector<std::uint8_t>& bytes) {
+    const std::string fault = TextFromPath(path) + ": cannot be written: ";
+    std::filesystem::path beside = path;
+    beside += "." + std::to_string(ProcessNumber()) + ".part";
+    errno = 0;
+    std::ofstream file(beside, std::ios::binary | std::ios::trunc);
+    if (!file) throw HostError(fault + LastSystemError());
+    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    file.close();
+    std::error_code error;
+    if (!file) {
+        const std::string reason = LastSystemError();
+        std::filesystem::remove(beside, error);
+        throw HostError(fault + reason);
+    }
+    std::filesystem::rename(beside, path, error);
+    if (!error) return;
+    std::error_code ignored;
+    std::filesystem::remove(beside, ignored);
+    throw HostError(fault + error.message());
+}
+
 #ifdef _WIN32
 
 std::filesystem::path ExecutablePath() {

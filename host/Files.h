@@ -21,6 +21,10 @@ namespace Grimworks {
 /// The whole content of a file. Throws HostError when it cannot be read or has more than `limit` bytes.
 [[nodiscard]] std::vector<std::uint8_t> ReadFileBytes(const std::filesystem::path& path, std::size_t limit);
 
+/// Makes a file of these bytes, or puts it in the place of an older one; a file that could not be written
+/// whole is never seen under this name. Throws HostError when it cannot be written.
+void WriteFileBytes(const std::filesystem::path& path, const std::vector<std::uint8_t>& bytes);
+
 /// The absolute path of the running program, empty if the system will not tell.
 [[nodiscard]] std::filesystem::path ExecutablePath();
 

@@ -34,6 +34,7 @@ enum : std::int32_t {
 } // namespace AnyHostOp
 
 constexpr std::intptr_t kEnglish = 1;
+constexpr std::intptr_t kProcessLevelRealTime = 2;
 
 std::intptr_t CopyText(void* buffer, std::string_view text) {
     if (buffer == nullptr) return 0;
@@ -136,7 +137,9 @@ std::intptr_t PluginHost::AnswerAnybody(std::int32_t opcode, void* pointer) {
 std::intptr_t PluginHost::Answer(std::int32_t opcode, void* pointer) {
     switch (opcode) {
     case HostOp::GetTime:
-        return std::bit_cast<std::intptr_t>(&time);
+        return TellTime();
+    case HostOp::GetProcessLevel:
+        return setup.realTime ? kProcessLevelRealTime : kProcessLevelOffline;
     case AnyHostOp::GetSampleRate:
         return static_cast<std::intptr_t>(setup.sampleRate);
     case AnyHostOp::GetBlockSize:
@@ -144,6 +147,14 @@ std::intptr_t PluginHost::Answer(std::int32_t opcode, void* pointer) {
     default:
         return AnswerAnybody(opcode, pointer);
     }
+}
+
+std::intptr_t PluginHost::TellTime() {
+    // An editor asks from its own thread while blocks are played: each thread is told in a record of its own.
+    thread_local VstTimeInfo told;
+    const std::lock_guard guard(timeLock);
+    told = time;
+    return std::bit_cast<std::intptr_t>(&told);
 }
 
 std::intptr_t PluginHost::Dispatch(int opcode, int index, std::intptr_t value, void* pointer, float option) {
@@ -216,6 +227,7 @@ void PluginHost::Activate(bool active) {
 void PluginHost::UpdateTime(std::int64_t position) {
     const TempoMap& map = tempoMap == nullptr ? plainTempo : *tempoMap;
     const MusicalPosition music = map.At(static_cast<double>(position) / setup.sampleRate);
+    const std::lock_guard guard(timeLock);
     time.samplePos = static_cast<double>(position);
     time.sampleRate = setup.sampleRate;
     time.ppqPos = music.quarter;

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <mutex>
 #include <span>
 #include <string>
 #include <vector>
@@ -15,6 +16,7 @@ namespace Grimworks {
 struct HostSetup {
     double sampleRate = 48000.0; ///< Hz
     int blockSize = 256;         ///< most frames of one process call
+    bool realTime = false;       ///< blocks are played at the pace at which they would be heard
 };
 
 /// A MIDI message with its place in the block.
@@ -24,7 +26,8 @@ struct BlockEvent {
 };
 
 /// One running plug-in and everything that a host does for it: answers its questions, keeps the song
-/// position, hands over events and blocks. Not for use from several threads.
+/// position, hands over events and blocks. One thread may call Process while another one shows the editor and
+/// reads or sets parameters; nothing else is for use from several threads.
 class PluginHost {
 public:
     using EntryPoint = PluginMainFunction;
@@ -95,6 +98,7 @@ private:
     static std::intptr_t AnswerAnybody(std::int32_t opcode, void* pointer);
 
     std::intptr_t Answer(std::int32_t opcode, void* pointer);
+    std::intptr_t TellTime();
     void CheckRecord() const;
     void MakeBuffers();
     void UpdateTime(std::int64_t position);
@@ -108,6 +112,7 @@ private:
     bool running = false;
     const TempoMap* tempoMap = nullptr;
     TempoMap plainTempo;
+    std::mutex timeLock;
     VstTimeInfo time{};
     std::vector<VstMidiEvent> midiEvents;
     std::vector<std::intptr_t> eventList;
