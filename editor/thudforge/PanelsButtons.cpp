@@ -9,7 +9,6 @@
 #include "plugin/ThudForge.h"
 
 #include <functional>
-#include <utility>
 
 namespace Grimworks {
 
@@ -101,8 +100,8 @@ MadeControl MakeButton(PanelContext& context, const PlacedControl& placed) {
     default:
         break;
     }
-    MadeControl button = MakeProgramButton(context, placed);
-    return button != nullptr ? std::move(button) : MakeScopeButton(context, placed);
+    if (MadeControl button = MakeProgramButton(context, placed)) return button;
+    return MakeScopeButton(context, placed);
 }
 
 } // namespace Grimworks

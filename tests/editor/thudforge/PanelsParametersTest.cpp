@@ -126,9 +126,10 @@ protected:
         setting.volumeDuration = rig.plug.GetParameterNormalized(Param::EnvDuration);
         setting.filterDuration = rig.plug.GetParameterNormalized(Param::FilterDuration);
         setting.phaserRate = rig.plug.GetParameterNormalized(Param::PhaserRate);
-        for (int oscillator = 0; oscillator < kOscillators; ++oscillator)
+        for (int oscillator = 0; oscillator < kOscillators; ++oscillator) {
             setting.oscillatorRates[oscillator] =
                 rig.plug.GetParameterNormalized(Osc(oscillator, OscParam::LfoRate));
+        }
         return setting;
     }
 
