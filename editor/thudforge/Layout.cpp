@@ -180,7 +180,9 @@ IText TextOf(TextStyle style) {
     case TextStyle::Zoom:
         return {13, glassColor, IText::AlignCenter, IText::StyleBold};
     case TextStyle::Help:
-        return {14, labelColor, IText::AlignCenter};
+        return {14, labelColor, IText::AlignNear};
+    case TextStyle::HelpName:
+        return {14, valueColor, IText::AlignFar, IText::StyleBold};
     case TextStyle::Link:
         return {14, valueColor, IText::AlignNear};
     }

@@ -111,6 +111,7 @@ enum class TextStyle : int {
     Zoom,        ///< zoom in percent
     Link,        ///< web links
     Help,        ///< explanations below the scope
+    HelpName,    ///< what they explain
 };
 
 /// Colour of the glass inside the displays.

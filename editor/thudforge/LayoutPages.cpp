@@ -20,6 +20,36 @@ void AddLink(Panel& panel, int icon, int left, int number, const char* text, con
     panel.controls.push_back(name);
 }
 
+struct HelpLine {
+    const char* name;
+    const char* text;
+};
+
+constexpr std::array<HelpLine, 6> kScopeHelp{
+    {{"OUTPUT", "What leaves the instrument: the left channel above, the right channel below."},
+     {"LFO 1 - 3", "The LFOs of the three oscillators, as the newest note has them."},
+     {"VOL. ENV, FILTER ENV", "The two envelopes, all sounding notes together."},
+     {"FREEZE", "Keeps the picture while the sound goes on."},
+     {"ZOOM", "One second at 100 %. Mouse wheel or buttons; the right button takes larger steps."},
+     {"OUTLINE", "Traces as lines, half filled or filled."}}};
+
+void AddScopeHelp(Panel& panel) {
+    constexpr int kTop = 504;
+    constexpr int kPitch = 28;
+    for (int i = 0; i < static_cast<int>(kScopeHelp.size()); ++i) {
+        const HelpLine& line = kScopeHelp[static_cast<std::size_t>(i)];
+        const int top = kTop + kPitch * i;
+        PlacedControl name = Plain(ControlKind::Text, Bitmap::None, Sized(kMiddle - 330, top, 160, 18));
+        name.text = line.name;
+        name.style = TextStyle::HelpName;
+        panel.controls.push_back(name);
+        PlacedControl text = Plain(ControlKind::Text, Bitmap::None, Sized(kMiddle - 154, top, 560, 18));
+        text.text = line.text;
+        text.style = TextStyle::Help;
+        panel.controls.push_back(text);
+    }
+}
+
 } // namespace
 
 Panel HeaderPanel() {
@@ -93,8 +123,8 @@ Panel AboutPanel() {
     list.push_back(Picture(Bitmap::FreeVersionText, kMiddle - 260, 475, 520, 60));
     list.push_back(Picture(Bitmap::TeamText, kMiddle - 260, 550, 520, 110));
     list.push_back(Picture(Bitmap::VstLogo, kMiddle - 88, 750, 176, 44));
-    AddLink(panel, Bitmap::WebIcon, kMiddle - 152, 0, "Visit our site", "Visit GrimWorks");
-    AddLink(panel, Bitmap::LikeIcon, kMiddle + 6, 1, "Like us on FB!", "Like GrimWorks");
+    AddLink(panel, Bitmap::WebIcon, kMiddle - 142, 0, "Visit our site", "Visit GrimWorks");
+    AddLink(panel, Bitmap::LikeIcon, kMiddle + 16, 1, "Like us on FB!", "Like GrimWorks");
     list.push_back(Plain(ControlKind::Eye, Bitmap::None, Sized(kMiddle - 78, 180, 56, 40), 1));
     list.push_back(Plain(ControlKind::Eye, Bitmap::None, Sized(kMiddle + 22, 180, 56, 40), 0));
     return panel;
@@ -128,19 +158,7 @@ Panel ScopePanel() {
     }
     list.push_back(Plain(ControlKind::FillModeButton, Bitmap::FillMode, Sized(kLeft + 779, 435, 64, 25)));
     list.back().tooltip = "Hollow, Half Filled, Filled";
-    constexpr std::array<const char*, 3> kHelp{"The upper trace is the left channel, the lower one the right "
-                                               "channel; LFOs and envelopes show in both.",
-                                               "The screen holds one second at 100 %. Zoom with the mouse "
-                                               "wheel or the buttons; the right mouse button zooms in "
-                                               "larger steps.",
-                                               "FREEZE keeps the picture while the sound goes on."};
-    for (int i = 0; i < 3; ++i) {
-        PlacedControl line =
-            Plain(ControlKind::Text, Bitmap::None, Sized(kLeft + 19, 486 + 24 * i, 1000, 18));
-        line.text = kHelp[static_cast<std::size_t>(i)];
-        line.style = TextStyle::Help;
-        list.push_back(line);
-    }
+    AddScopeHelp(panel);
     return panel;
 }
 

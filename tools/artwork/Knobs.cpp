@@ -41,6 +41,15 @@ void Arc(cairo_t* context, const Measures& m, double from, double to, const Colo
     cairo_stroke(context);
 }
 
+/// What the lit arc throws on the panel inside it.
+void Halo(cairo_t* context, const Measures& m, double from, double to, const Color& color) {
+    Measures inner = m;
+    for (int i = 0; i < 3; ++i) {
+        inner.arc = m.arc - 1.0 - 0.7 * i;
+        Arc(context, inner, from, to, color.Alpha(0.13), m.arcWidth + 0.6);
+    }
+}
+
 struct PatternDeleter {
     void operator()(cairo_pattern_t* pattern) const { cairo_pattern_destroy(pattern); }
 };
@@ -113,6 +122,7 @@ Canvas KnobStrip(int size, int frames, const Color& accent, ArcFrom from) {
         canvas.Shapes([&](cairo_t* context) {
             Arc(context, m, 0.0, 1.0, Gray(0.0, 0.75), m.arcWidth + 0.8);
             Arc(context, m, 0.0, 1.0, Gray(0.215), m.arcWidth - 0.7);
+            Halo(context, m, origin, position, accent);
             Arc(context, m, origin, position, accent, m.arcWidth);
             if (from == ArcFrom::Middle)
                 Arc(context, m, 0.492, 0.508, Mix(accent, Gray(1.0), 0.45), m.arcWidth);

@@ -527,7 +527,7 @@ double Contrast(const IColor& a, const IColor& b) {
 
 TEST(Layout, TextsAndAccentsStandOutFromTheLightestPanelGround) {
     const IColor lightest(255, 40, 43, 47);
-    for (int style = 0; style <= static_cast<int>(TextStyle::Help); ++style) {
+    for (int style = 0; style <= static_cast<int>(TextStyle::HelpName); ++style) {
         EXPECT_GE(Contrast(TextOf(static_cast<TextStyle>(style)).color, lightest), 4.5) << style;
     }
     for (int section = 0; section <= static_cast<int>(Section::Output); ++section) {
