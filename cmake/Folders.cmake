@@ -17,40 +17,20 @@ function(thudforge_embeds source)
     set_source_files_properties(${CMAKE_SOURCE_DIR}/${source} PROPERTIES OBJECT_DEPENDS "${files}")
 endfunction()
 
-# The same for the editor's bitmaps and fonts. The list of those that are there becomes a header of the build.
-function(thudforge_embeds_bitmaps source)
-    set(images ${CMAKE_SOURCE_DIR}/resources/img/grimworks)
-    file(GLOB_RECURSE pictures CONFIGURE_DEPENDS ${images}/*.png)
-    file(GLOB fonts CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/resources/fonts/*.ttf)
-    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/resources/Bitmaps.inc)
-    file(STRINGS ${CMAKE_SOURCE_DIR}/resources/Bitmaps.inc lines REGEX "^BITMAP")
-    set(present)
-    set(missing 0)
-    foreach(line ${lines})
-        string(REGEX REPLACE "^[^\"]*\"([^\"]*)\".*" "\\1" picture "${line}")
-        if(EXISTS ${images}/${picture})
-            string(APPEND present "${line}\n")
-        else()
-            math(EXPR missing "${missing} + 1")
-        endif()
-    endforeach()
-    if(missing)
-        message(WARNING "${missing} bitmaps of the editor are missing")
-    endif()
-    file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/EmbeddedBitmaps.inc CONTENT "${present}" @ONLY)
-    set_source_files_properties(${CMAKE_SOURCE_DIR}/${source} PROPERTIES
-        COMPILE_DEFINITIONS THUDFORGE_BITMAPS="${CMAKE_BINARY_DIR}/EmbeddedBitmaps.inc"
-        OBJECT_DEPENDS "${pictures};${fonts};${CMAKE_BINARY_DIR}/EmbeddedBitmaps.inc")
+# The same for the editor's bitmaps and fonts.
+function(thudforge_embeds_pictures source)
+    file(GLOB_RECURSE files CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/resources/*.png ${CMAKE_SOURCE_DIR}/resources/*.ttf)
+    list(APPEND files ${CMAKE_SOURCE_DIR}/resources/Bitmaps.inc)
+    set_source_files_properties(${CMAKE_SOURCE_DIR}/${source} PROPERTIES OBJECT_DEPENDS "${files}")
 endfunction()
 
 # Makes a library from a file of Windows resources, which embeds the same: link it to what needs them.
 function(thudforge_resources target source)
     enable_language(RC)
-    thudforge_embeds_bitmaps(${source})
-    set_source_files_properties(${CMAKE_SOURCE_DIR}/${source} PROPERTIES COMPILE_DEFINITIONS "")
+    thudforge_embeds_pictures(${source})
     add_library(${target}_object OBJECT ${CMAKE_SOURCE_DIR}/${source})
     target_include_directories(${target}_object PRIVATE
-        ${CMAKE_BINARY_DIR} ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/resources/img/grimworks)
+        ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/resources/img/grimworks)
     target_compile_definitions(${target}_object PRIVATE
         VERSION_MAJOR=${PROJECT_VERSION_MAJOR} VERSION_MINOR=${PROJECT_VERSION_MINOR}
         VERSION_PATCH=${PROJECT_VERSION_PATCH})

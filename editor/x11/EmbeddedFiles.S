@@ -24,7 +24,7 @@
 
         hidden thudforgeBitmaps
 #define BITMAP(id, file, frames) bitmap id, file
-#include THUDFORGE_BITMAPS
+#include "resources/Bitmaps.inc"
         .long 0, 0, 0
 
         hidden thudforgeFont
