@@ -72,6 +72,11 @@ public:
     bool acceptsChunk = true;
     bool acceptsPrograms = true;
     std::string programName;
+    ERect editorRect{0, 0, 60, 80};
+    bool tellsEditorSize = true;
+    bool opensEditor = true;
+    void* editorParent = nullptr;
+    std::intptr_t lastPage = 1;  ///< pages of the editor are 0 to this one
     std::int64_t echoFrames = 0; ///< each note sounds once more after so many frames
     std::int64_t nanAt = -1;     ///< the frame that is no number
 
@@ -113,6 +118,15 @@ private:
             self.chunk.assign(static_cast<std::uint8_t*>(pointer),
                               static_cast<std::uint8_t*>(pointer) + value);
             return self.acceptsChunk && index == 1 ? 1 : 0;
+        case PlugOp::EditGetRect:
+            if (!self.tellsEditorSize) return 0;
+            *static_cast<ERect**>(pointer) = &self.editorRect;
+            return 1;
+        case PlugOp::EditOpen:
+            self.editorParent = pointer;
+            return self.opensEditor ? 1 : 0;
+        case PlugOp::VendorSpecific:
+            return index == OwnOp::SelectPage && value <= self.lastPage ? 1 : 0;
         case PlugOp::ProcessEvents:
             self.Take(*static_cast<VstEvents*>(pointer));
             return 1;
