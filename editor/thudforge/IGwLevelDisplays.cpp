@@ -88,7 +88,7 @@ void IGwVuEyeDrawer::OnGUIIdle() {
     if (leftEye && !plug->IsAudioActive() && plug->CurrentPage() == ThudForge::AboutPage) {
         plug->FollowSilence();
     }
-    if (Brightness() != shownBrightness) SetDirty(false);
+    if (!hide && Brightness() != shownBrightness) SetDirty(false);
 }
 
 /// The eyes look grim: each is highest at its outer end.
