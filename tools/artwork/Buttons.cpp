@@ -12,17 +12,6 @@ Box FrameBox(int width, int height) {
     return {0.0, 0.0, static_cast<double>(width), static_cast<double>(height)};
 }
 
-template <class DrawFrame>
-Canvas Strip(int width, int height, int frames, DrawFrame draw) {
-    Canvas strip(width, height * frames);
-    for (int frame = 0; frame < frames; ++frame) {
-        Canvas one(width, height);
-        draw(one, frame);
-        strip.Paste(one, 0, frame * height);
-    }
-    return strip;
-}
-
 TextLook Legend(double size, bool lit) {
     TextLook look;
     look.size = size;
@@ -54,7 +43,7 @@ void Down(Canvas& canvas, bool pressed, bool lit, const Color& accent) {
 } // namespace
 
 Canvas ToggleStrip(int width, int height, std::string_view off, std::string_view on, const Color& accent) {
-    return Strip(width, height, 2, [&](Canvas& canvas, int frame) {
+    return MakeStrip(width, height, 2, [&](Canvas& canvas, int frame) {
         const bool lit = frame == 1;
         Down(canvas, lit, lit, accent);
         const double lampHeight = height - 10.0;
@@ -65,7 +54,7 @@ Canvas ToggleStrip(int width, int height, std::string_view off, std::string_view
 }
 
 Canvas MomentaryStrip(int width, int height, std::string_view legend, const Color& accent) {
-    return Strip(width, height, 2, [&](Canvas& canvas, int frame) {
+    return MakeStrip(width, height, 2, [&](Canvas& canvas, int frame) {
         const bool held = frame == 1;
         Down(canvas, held, held, accent);
         TextLook look = Legend(LegendSize(height), held);
@@ -76,7 +65,7 @@ Canvas MomentaryStrip(int width, int height, std::string_view legend, const Colo
 
 Canvas ChoiceStrip(int width, int height, const std::vector<std::string>& legends, const Color& accent) {
     const int frames = static_cast<int>(legends.size());
-    return Strip(width, height, frames, [&](Canvas& canvas, int frame) {
+    return MakeStrip(width, height, frames, [&](Canvas& canvas, int frame) {
         Down(canvas, false, false, accent);
         const double gap = 3.0;
         const double lamp = (height - 8.0 - gap * (frames - 1)) / frames;
@@ -93,7 +82,7 @@ Canvas ChoiceStrip(int width, int height, const std::vector<std::string>& legend
 }
 
 Canvas LevelStrip(int width, int height, std::string_view legend, int frames, const Color& accent) {
-    return Strip(width, height, frames, [&](Canvas& canvas, int frame) {
+    return MakeStrip(width, height, frames, [&](Canvas& canvas, int frame) {
         Down(canvas, frame > 0, frame > 0, accent);
         const int lamps = frames - 1;
         const double gap = 2.5;
@@ -108,7 +97,7 @@ Canvas LevelStrip(int width, int height, std::string_view legend, int frames, co
 }
 
 Canvas ArrowKeyStrip(int width, int height, bool right, const Color& accent) {
-    return Strip(width, height, 2, [&](Canvas& canvas, int frame) {
+    return MakeStrip(width, height, 2, [&](Canvas& canvas, int frame) {
         const bool held = frame == 1;
         Down(canvas, held, held, accent);
         canvas.Shapes([&](cairo_t* context) {
@@ -123,7 +112,7 @@ Canvas ArrowKeyStrip(int width, int height, bool right, const Color& accent) {
 }
 
 Canvas StepStrip(int size, bool right, const Color& accent) {
-    return Strip(size, size, 2, [&](Canvas& canvas, int frame) {
+    return MakeStrip(size, size, 2, [&](Canvas& canvas, int frame) {
         const bool held = frame == 1;
         canvas.Shapes([&](cairo_t* context) {
             KeyCap(context, FrameBox(size, size).Inset(1.0), held, held, accent);
@@ -133,7 +122,7 @@ Canvas StepStrip(int size, bool right, const Color& accent) {
 }
 
 Canvas ZoomStrip(int size, bool plus) {
-    return Strip(size, size, 2, [&](Canvas& canvas, int frame) {
+    return MakeStrip(size, size, 2, [&](Canvas& canvas, int frame) {
         const bool held = frame == 1;
         Down(canvas, held, held, Ice());
         canvas.Shapes([&](cairo_t* context) {
@@ -146,7 +135,7 @@ Canvas ZoomStrip(int size, bool plus) {
 }
 
 Canvas NextStrip(int width, int height, const Color& accent) {
-    return Strip(width, height, 2, [&](Canvas& canvas, int frame) {
+    return MakeStrip(width, height, 2, [&](Canvas& canvas, int frame) {
         const bool held = frame == 1;
         Down(canvas, held, held, accent);
         TextLook look = Legend(10.0, held);
@@ -160,7 +149,7 @@ Canvas NextStrip(int width, int height, const Color& accent) {
 
 Canvas PlayStrip(int width, int height) {
     const Color accent{0.36, 0.86, 0.47};
-    return Strip(width, height, 2, [&](Canvas& canvas, int frame) {
+    return MakeStrip(width, height, 2, [&](Canvas& canvas, int frame) {
         const bool held = frame == 1;
         Down(canvas, held, held, accent);
         TextLook look = Legend(10.0, held);
@@ -173,7 +162,7 @@ Canvas PlayStrip(int width, int height) {
 }
 
 Canvas PowerStrip(int size) {
-    return Strip(size, size, 2, [&](Canvas& canvas, int frame) {
+    return MakeStrip(size, size, 2, [&](Canvas& canvas, int frame) {
         const bool on = frame == 1;
         canvas.Shapes([&](cairo_t* context) {
             const double c = size / 2.0;
@@ -193,7 +182,7 @@ Canvas PowerStrip(int size) {
 }
 
 Canvas TabStrip(int width, int height, std::string_view legend) {
-    return Strip(width, height, 2, [&](Canvas& canvas, int frame) {
+    return MakeStrip(width, height, 2, [&](Canvas& canvas, int frame) {
         const bool on = frame == 1;
         Down(canvas, on, false, Ice());
         canvas.Shapes([&](cairo_t* context) {
@@ -233,7 +222,7 @@ void WaveGlyph(cairo_t* context, const Box& box, int half, const Color& accent) 
 } // namespace
 
 Canvas PolarityStrip(int width, int height, const Color& accent) {
-    return Strip(width, height, 3, [&](Canvas& canvas, int frame) {
+    return MakeStrip(width, height, 3, [&](Canvas& canvas, int frame) {
         Down(canvas, false, false, accent);
         canvas.Shapes([&](cairo_t* context) {
             WaveGlyph(context, {6.0, 5.0, 18.0, height - 10.0}, frame, accent);
@@ -245,7 +234,7 @@ Canvas PolarityStrip(int width, int height, const Color& accent) {
 }
 
 Canvas FillModeStrip(int width, int height, const Color& accent) {
-    return Strip(width, height, 3, [&](Canvas& canvas, int frame) {
+    return MakeStrip(width, height, 3, [&](Canvas& canvas, int frame) {
         Down(canvas, false, false, accent);
         canvas.Shapes([&](cairo_t* context) {
             const double middle = height / 2.0;
@@ -288,8 +277,8 @@ Canvas FillModeStrip(int width, int height, const Color& accent) {
 Canvas FreezeStrip(int width, int height, int emptyRows) {
     const int keyHeight = height - emptyRows;
     const Canvas key = ToggleStrip(width, keyHeight, "FREEZE", "FROZEN", {0.55, 0.86, 1.0});
-    return Strip(width, height, 2,
-                 [&](Canvas& canvas, int frame) { canvas.PasteFrame(key, 2, frame, 0, emptyRows); });
+    return MakeStrip(width, height, 2,
+                     [&](Canvas& canvas, int frame) { canvas.PasteFrame(key, 2, frame, 0, emptyRows); });
 }
 
 } // namespace Artwork

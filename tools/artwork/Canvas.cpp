@@ -224,6 +224,17 @@ std::vector<std::uint8_t> Canvas::Pixels() const {
     return bytes;
 }
 
+Canvas MakeStrip(int width, int height, int frames,
+                 const std::function<void(Canvas&, int frame)>& drawFrame) {
+    Canvas strip(width, height * frames);
+    for (int frame = 0; frame < frames; ++frame) {
+        Canvas one(width, height);
+        drawFrame(one, frame);
+        strip.Paste(one, 0, frame * height);
+    }
+    return strip;
+}
+
 void AppendText(cairo_t* context, std::string_view text, double x, double baseline, const TextLook& look) {
     double pen = PenStart(context, text, x, look);
     for (const char character : text) {

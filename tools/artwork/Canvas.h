@@ -23,6 +23,11 @@ struct ContextDeleter {
 };
 using Context = std::unique_ptr<cairo_t, ContextDeleter>;
 
+struct PatternDeleter {
+    void operator()(cairo_pattern_t* pattern) const { cairo_pattern_destroy(pattern); }
+};
+using Pattern = std::unique_ptr<cairo_pattern_t, PatternDeleter>;
+
 /// A colour of 0..1 each.
 struct Color {
     double r = 0.0;
@@ -86,6 +91,10 @@ private:
     int height;
     Surface surface;
 };
+
+/// A strip of frames from top to bottom.
+[[nodiscard]] Canvas MakeStrip(int width, int height, int frames,
+                               const std::function<void(Canvas&, int frame)>& drawFrame);
 
 /// Adds the outline of a line of text to the path of a context inside Shapes().
 void AppendText(cairo_t* context, std::string_view text, double x, double baseline, const TextLook& look);

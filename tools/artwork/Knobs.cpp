@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cmath>
-#include <memory>
 
 namespace Artwork {
 
@@ -49,11 +48,6 @@ void Halo(cairo_t* context, const Measures& m, double from, double to, const Col
         Arc(context, inner, from, to, color.Alpha(0.13), m.arcWidth + 0.6);
     }
 }
-
-struct PatternDeleter {
-    void operator()(cairo_pattern_t* pattern) const { cairo_pattern_destroy(pattern); }
-};
-using Pattern = std::unique_ptr<cairo_pattern_t, PatternDeleter>;
 
 void FillDisc(cairo_t* context, double x, double y, double radius, double lit, double dark) {
     const Pattern pattern(
@@ -102,22 +96,12 @@ void Pointer(cairo_t* context, const Measures& m, double position, const Color& 
     cairo_set_line_cap(context, CAIRO_LINE_CAP_BUTT);
 }
 
-Canvas Strip(int size, int frames, const std::function<void(Canvas&, int)>& drawFrame) {
-    Canvas strip(size, size * frames);
-    for (int frame = 0; frame < frames; ++frame) {
-        Canvas one(size, size);
-        drawFrame(one, frame);
-        strip.Paste(one, 0, frame * size);
-    }
-    return strip;
-}
-
 } // namespace
 
 Canvas KnobStrip(int size, int frames, const Color& accent, ArcFrom from) {
     const Measures m = MeasuresOf(size);
     const double origin = from == ArcFrom::Middle ? 0.5 : 0.0;
-    return Strip(size, frames, [&](Canvas& canvas, int frame) {
+    return MakeStrip(size, size, frames, [&](Canvas& canvas, int frame) {
         const double position = static_cast<double>(frame) / (frames - 1);
         canvas.Shapes([&](cairo_t* context) {
             Arc(context, m, 0.0, 1.0, Gray(0.0, 0.75), m.arcWidth + 0.8);
@@ -134,7 +118,7 @@ Canvas KnobStrip(int size, int frames, const Color& accent, ArcFrom from) {
 
 Canvas SteppedKnobStrip(int size, int frames, const Color& accent) {
     const Measures m = MeasuresOf(size);
-    return Strip(size, frames, [&](Canvas& canvas, int frame) {
+    return MakeStrip(size, size, frames, [&](Canvas& canvas, int frame) {
         canvas.Shapes([&](cairo_t* context) {
             for (int state = 0; state < frames; ++state) {
                 const double angle = AngleOf(static_cast<double>(state) / (frames - 1));

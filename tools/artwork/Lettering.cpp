@@ -4,17 +4,11 @@
 
 #include <array>
 #include <cmath>
-#include <memory>
 #include <vector>
 
 namespace Artwork {
 
 namespace {
-
-struct PatternDeleter {
-    void operator()(cairo_pattern_t* pattern) const { cairo_pattern_destroy(pattern); }
-};
-using Pattern = std::unique_ptr<cairo_pattern_t, PatternDeleter>;
 
 struct Point {
     double x;
@@ -273,12 +267,12 @@ Canvas TeamText(int width, int height) {
         "and their tails long. Hammered out after dark, tested on club systems,",
         "kitchen radios and one unlucky car. Thanks to everyone who sent loops,",
         "blown speakers and honest words."};
+    const double pitch = (height - 26.0) / static_cast<double>(lines.size());
     double y = 36.0;
     for (const char* text : lines) {
         canvas.TextOnMiddle(text, c, y, line);
-        y += 21.0;
+        y += pitch;
     }
-    (void)height;
     return canvas;
 }
 

@@ -1,15 +1,8 @@
 #include "tools/artwork/Style.h"
 
-#include <memory>
-
 namespace Artwork {
 
 namespace {
-
-struct PatternDeleter {
-    void operator()(cairo_pattern_t* pattern) const { cairo_pattern_destroy(pattern); }
-};
-using Pattern = std::unique_ptr<cairo_pattern_t, PatternDeleter>;
 
 void AddStop(const Pattern& pattern, double offset, const Color& color) {
     cairo_pattern_add_color_stop_rgba(pattern.get(), offset, color.r, color.g, color.b, color.a);
