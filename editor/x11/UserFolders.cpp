@@ -37,7 +37,7 @@ std::string UserConfig() {
 /// What the user calls the desktop: the line XDG_DESKTOP_DIR="$HOME/..." of the user's list of folders.
 std::string NamedDesktop() {
     constexpr std::string_view kName = "XDG_DESKTOP_DIR=\"";
-    constexpr std::string_view kHome = "$HOME";
+    constexpr std::string_view kHome = "$HOME/";
     std::ifstream list(UserConfig() + "user-dirs.dirs");
     std::string line;
     while (std::getline(list, line)) {

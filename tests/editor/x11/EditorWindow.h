@@ -61,6 +61,7 @@ protected:
     FakePlug plug;
     Record record;
     Record groundRecord;
+    RecordingControl* ground = nullptr;
     RecordingControl* control = nullptr;
     std::unique_ptr<IGraphics> graphics;
     HostWindow host;
@@ -68,8 +69,10 @@ protected:
 private:
     std::unique_ptr<IGraphics> MakeEditor() {
         auto made = MakeGraphics(plug, kWidth, kHeight);
-        made->AttachControl(std::make_unique<RecordingControl>(&plug, IRECT(0, 0, kWidth, kHeight),
-                                                               groundRecord, IColor(255, 20, 30, 40)));
+        auto below = std::make_unique<RecordingControl>(&plug, IRECT(0, 0, kWidth, kHeight), groundRecord,
+                                                        IColor(255, 20, 30, 40));
+        ground = below.get();
+        made->AttachControl(std::move(below));
         auto attached = std::make_unique<RecordingControl>(&plug, IRECT(100, 100, 300, 200), record);
         control = attached.get();
         made->AttachControl(std::move(attached));

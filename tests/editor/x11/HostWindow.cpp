@@ -139,6 +139,12 @@ std::vector<int> HostWindow::Keys() {
     return keys;
 }
 
+IRECT HostWindow::Mouse() {
+    const X11Reply<xcb_query_pointer_reply_t> reply(
+        xcb_query_pointer_reply(connection, xcb_query_pointer(connection, screen->root), nullptr));
+    return reply != nullptr ? IRECT(reply->root_x, reply->root_y, 0, 0) : IRECT();
+}
+
 xcb_window_t HostWindow::Focus() {
     const X11Reply<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
@@ -181,7 +187,7 @@ void HostWindow::AnswerClipboard(const xcb_selection_request_event_t& request, c
 }
 
 bool Eventually(const std::function<bool()>& isSo) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
     while (!isSo()) {
         if (std::chrono::steady_clock::now() > end) return false;
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
@@ -203,7 +209,7 @@ int RunProgram(const std::vector<std::string>& words) {
 }
 
 bool User(const std::vector<std::string>& words) {
-    std::vector<std::string> all = {"xdotool"};
+    std::vector<std::string> all = {"/usr/bin/xdotool"}; // whatever a test makes of PATH
     all.insert(all.end(), words.begin(), words.end());
     return RunProgram(all) == 0;
 }

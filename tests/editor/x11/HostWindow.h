@@ -48,6 +48,9 @@ public:
     /// Key codes of presses (positive) and releases (negative) that reached this window.
     [[nodiscard]] std::vector<int> Keys();
 
+    /// Where the mouse is on the screen: L and T.
+    [[nodiscard]] IRECT Mouse();
+
     [[nodiscard]] xcb_window_t Focus();
     void TakeFocus();
 

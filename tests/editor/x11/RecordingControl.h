@@ -56,6 +56,7 @@ public:
     }
     void OnMouseUp(int x, int y, const IMouseMod& mod) override {
         record.Add("up " + Point(x, y) + Held(mod));
+        if (onUp) onUp(*this);
     }
     void OnMouseDrag(int x, int y, int dX, int dY, const IMouseMod& mod) override {
         record.Add("drag " + Point(x, y) + Held(mod));
@@ -90,6 +91,10 @@ public:
     }
     bool Draw(IGraphics& itsGraphics) override {
         record.Add("draw");
+        if (onDraw) {
+            onDraw(itsGraphics);
+            return true;
+        }
         return itsGraphics.FillIRect(color, rect);
     }
 
@@ -98,7 +103,9 @@ public:
     }
 
     std::function<void(RecordingControl&)> onDown;
+    std::function<void(RecordingControl&)> onUp;
     std::function<void(RecordingControl&)> onTick;
+    std::function<void(IGraphics&)> onDraw; ///< draws in place of the one colour
     bool usesKeys = false;
 
 private:

@@ -1,25 +1,8 @@
 #include "editor/LICE_Draw.h"
 #include "tests/editor/x11/EditorWindow.h"
-
-#include <dirent.h>
-#include <string>
+#include "tests/editor/x11/ProcessEntries.h"
 
 namespace Grimworks {
-
-namespace {
-
-/// Entries of a folder of this process: open files or threads.
-int CountEntries(const char* folder) {
-    DIR* const opened = opendir(folder);
-    if (opened == nullptr) return -1;
-    int count = 0;
-    while (readdir(opened) != nullptr)
-        ++count;
-    closedir(opened);
-    return count;
-}
-
-} // namespace
 
 TEST_F(EditorWindow, OpensInsideTheHostsWindowInItsSize) {
     EXPECT_FALSE(graphics->WindowIsOpen());

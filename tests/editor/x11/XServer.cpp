@@ -44,7 +44,7 @@ XServer::XServer(const std::string& screen) {
     std::array<char*, 12> arguments{};
     for (std::size_t i = 0; i < words.size(); ++i)
         arguments[i] = words[i].data();
-    if (posix_spawnp(&pid, "Xvfb", &actions, nullptr, arguments.data(), environ) != 0) pid = -1;
+    if (posix_spawn(&pid, "/usr/bin/Xvfb", &actions, nullptr, arguments.data(), environ) != 0) pid = -1;
     posix_spawn_file_actions_destroy(&actions);
     close(ends[1]);
     const std::string number = ReadNumber(ends[0]);
