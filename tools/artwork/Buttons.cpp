@@ -21,7 +21,7 @@ TextLook Legend(double size, bool lit) {
 }
 
 double LegendSize(int height) {
-    return height >= 28 ? 13.0 : height >= 25 ? 11.0 : 10.0;
+    return height >= 28 ? 12.0 : height >= 25 ? 11.0 : 10.0;
 }
 
 void Lamp(cairo_t* context, const Box& box, bool lit, const Color& accent) {
