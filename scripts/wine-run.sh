@@ -25,6 +25,8 @@ if [ ! -e "$WINEPREFIX/thudforge-ready" ]; then
     if [ ! -e "$WINEPREFIX/thudforge-ready" ]; then
         rm -rf "$WINEPREFIX"
         wineboot --init >"$THUDFORGE_CACHE/wineboot.log" 2>&1 </dev/null 9>&-
+        # There is no window manager on that display to wait for.
+        wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >>"$THUDFORGE_CACHE/wineboot.log" 2>&1 9>&-
         wineserver --wait 9>&-
         : >"$WINEPREFIX/thudforge-ready"
     fi
