@@ -112,6 +112,25 @@ void HostWindow::Grab(xcb_window_t which, LICE_MemBitmap& picture) {
     std::memcpy(picture.getBits(), xcb_get_image_data(image.get()), pixels * 4);
 }
 
+std::vector<std::uint32_t> HostWindow::PixelNumbers(xcb_window_t which, int count) {
+    const X11Reply<xcb_get_image_reply_t> image(
+        xcb_get_image_reply(connection,
+                            xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, which, 0, 0,
+                                          static_cast<std::uint16_t>(count), 1, ~0U),
+                            nullptr));
+    if (image == nullptr) return {};
+    const std::size_t size = image->depth == 16 ? 2 : 4;
+    const std::uint8_t* const bytes = xcb_get_image_data(image.get());
+    std::vector<std::uint32_t> numbers;
+    numbers.reserve(static_cast<std::size_t>(count));
+    for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
+        std::uint32_t number = 0;
+        std::memcpy(&number, bytes + i * size, size);
+        numbers.push_back(number & 0xFFFFFFU);
+    }
+    return numbers;
+}
+
 xcb_atom_t HostWindow::Atom(const std::string& name) {
     const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
         connection, xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str()),

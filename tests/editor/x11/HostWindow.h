@@ -42,6 +42,9 @@ public:
     /// What a window shows.
     void Grab(xcb_window_t which, LICE_MemBitmap& picture);
 
+    /// The first `count` pixels of a window's upper row, as the display numbers its colours, alpha left out.
+    [[nodiscard]] std::vector<std::uint32_t> PixelNumbers(xcb_window_t which, int count);
+
     /// Property of 32-bit numbers.
     [[nodiscard]] std::vector<std::uint32_t> Numbers(xcb_window_t which, const std::string& property);
 

@@ -31,7 +31,7 @@ std::string ReadNumber(int pipe) {
 
 } // namespace
 
-XServer::XServer(const std::string& screen) {
+XServer::XServer(const std::string& screen, const std::vector<std::string>& options) {
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) return;
     posix_spawn_file_actions_t actions;
@@ -39,11 +39,14 @@ XServer::XServer(const std::string& screen) {
     constexpr int kNumberFd = 9;
     posix_spawn_file_actions_adddup2(&actions, ends[1], kNumberFd);
     posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
-    std::array<std::string, 11> words = {"Xvfb",      "-displayfd", "9",        "-screen", "0", screen,
-                                         "-nolisten", "tcp",        "-noreset", "-dpi",    "96"};
-    std::array<char*, 12> arguments{};
-    for (std::size_t i = 0; i < words.size(); ++i)
-        arguments[i] = words[i].data();
+    std::vector<std::string> words = {"Xvfb",      "-displayfd", "9",        "-screen", "0", screen,
+                                      "-nolisten", "tcp",        "-noreset", "-dpi",    "96"};
+    words.insert(words.end(), options.begin(), options.end());
+    std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
+    for (std::string& word : words)
+        arguments.push_back(word.data());
+    arguments.push_back(nullptr);
     if (posix_spawn(&pid, "/usr/bin/Xvfb", &actions, nullptr, arguments.data(), environ) != 0) pid = -1;
     posix_spawn_file_actions_destroy(&actions);
     close(ends[1]);

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <sys/types.h>
+#include <vector>
 
 namespace Grimworks {
 
@@ -9,8 +10,9 @@ namespace Grimworks {
 /// environment names it.
 class XServer {
 public:
-    /// `screen` is width x height x depth.
-    explicit XServer(const std::string& screen = "1600x1200x24");
+    /// `screen` is width x height x depth, `options` further words for the server.
+    explicit XServer(const std::string& screen = "1600x1200x24",
+                     const std::vector<std::string>& options = {});
     ~XServer();
     XServer(const XServer&) = delete;
     XServer& operator=(const XServer&) = delete;
