@@ -1,6 +1,7 @@
 #include "core/NumberText.h"
 #include "editor/IGraphics.h"
 #include "editor/IPopupMenu.h"
+#include "editor/Utf8.h"
 #include "plugin/IParam.h"
 #include "plugin/IPlugBase.h"
 
@@ -56,7 +57,7 @@ bool IGraphics::PromptWithMenu(IControl& control, const IParam& param, double cu
 }
 
 void IGraphics::CommitTextEntry(IControl& control, const IParam* param, std::string_view entered) {
-    entered = entered.substr(0, static_cast<std::size_t>(kTextEntryMaxLength));
+    entered = FirstCharacters(entered, kTextEntryMaxLength);
     if (param == nullptr) {
         control.TextFromTextEntry(entered);
         return;

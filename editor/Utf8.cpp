@@ -51,4 +51,11 @@ std::u32string CharactersOf(std::string_view text) {
     return characters;
 }
 
+std::string_view FirstCharacters(std::string_view text, int count) {
+    std::size_t length = 0;
+    for (char32_t ignored = 0; count > 0 && length < text.size(); --count)
+        length += TakeCharacter(text.substr(length), ignored);
+    return text.substr(0, length);
+}
+
 } // namespace Grimworks

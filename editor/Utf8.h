@@ -9,4 +9,7 @@ namespace Grimworks {
 /// a file goes lost.
 [[nodiscard]] std::u32string CharactersOf(std::string_view text);
 
+/// The beginning of a text, at most so many characters as CharactersOf counts them; none for a count below 1.
+[[nodiscard]] std::string_view FirstCharacters(std::string_view text, int count);
+
 } // namespace Grimworks

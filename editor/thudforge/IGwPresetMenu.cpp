@@ -2,9 +2,12 @@
 
 #include "editor/IGraphics.h"
 #include "editor/TextEntry.h"
+#include "editor/Utf8.h"
 #include "editor/thudforge/IGwPresetButtons.h"
 #include "editor/thudforge/NumberedText.h"
 #include "plugin/ThudForge.h"
+
+#include <utility>
 
 namespace Grimworks {
 
@@ -79,17 +82,18 @@ IGwPresetMenu::IGwPresetMenu(ThudForge* instrument, const IRECT& rectangle, cons
 std::string IGwPresetMenu::PresetText() const {
     const PlugLockGuard guard(plug->Lock());
     const int index = plug->CurrentPreset();
-    std::string shown = NumberedText(index, plug->PresetName(index));
-    if (shown.size() > kShownLength) shown.resize(kShownLength);
-    return shown;
+    return std::string(FirstCharacters(NumberedText(index, plug->PresetName(index)), kShownLength));
 }
 
 /// The host changes presets too. The look at every tick must not wait for the audio: what it misses, the next
-/// tick sees.
+/// tick sees. The new text is kept at once, or a hidden display would ask for a redraw at every tick.
 bool IGwPresetMenu::IsDirty() {
-    if (plug->Lock().TryEnter()) {
-        if (PresetText() != string) SetDirty(false);
-        plug->Lock().Leave();
+    if (!plug->Lock().TryEnter()) return dirty;
+    std::string shown = PresetText();
+    plug->Lock().Leave();
+    if (shown != string) {
+        string = std::move(shown);
+        SetDirty(false);
     }
     return dirty;
 }

@@ -40,7 +40,7 @@ private:
 /// entry for another name.
 class IGwPresetMenu final : public IControl {
 public:
-    static constexpr std::size_t kShownLength = 32;
+    static constexpr int kShownLength = 32; ///< characters
 
     /// `panel`: the colour behind the text.
     IGwPresetMenu(ThudForge* instrument, const IRECT& rectangle, const IText& style, const IColor& panel);

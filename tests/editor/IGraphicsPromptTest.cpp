@@ -143,6 +143,14 @@ TEST_F(IGraphicsPrompt, AtMostThirtyTwoCharactersAreRead) {
     EXPECT_EQ(field->texts, std::vector<std::string>{std::string(32, 'x')});
 }
 
+TEST_F(IGraphicsPrompt, CharactersOfSeveralBytesCountAsOneEach) {
+    std::string accents;
+    for (int i = 0; i < 33; ++i)
+        accents += "\xC3\xA9";
+    IGraphics::CommitTextEntry(*field, nullptr, accents);
+    EXPECT_EQ(field->texts, std::vector<std::string>{accents.substr(0, 64)});
+}
+
 TEST_F(IGraphicsPrompt, NumberIsLimitedAndTurnedIntoZeroToOne) {
     const IParam param = MakeParam(IParam::Type::Double, -10.0, 30.0, 0.01);
     for (const auto& [text, normalized] : {std::pair<const char*, double>{"0", 0.25},

@@ -170,6 +170,17 @@ TEST(LICE_CachedFont, MissingBitmapAndEmptyTextAreNothing) {
     EXPECT_EQ(InkOf(*canvas), IRECT());
 }
 
+TEST(Utf8, FirstCharactersAreNeverCutInTwo) {
+    const std::string_view text = "a\xC3\xA9\xE2\x88\x9Ez\xE9";
+    EXPECT_EQ(FirstCharacters(text, 0), "");
+    EXPECT_EQ(FirstCharacters(text, -1), "");
+    EXPECT_EQ(FirstCharacters(text, 1), "a");
+    EXPECT_EQ(FirstCharacters(text, 2), "a\xC3\xA9");
+    EXPECT_EQ(FirstCharacters(text, 3), "a\xC3\xA9\xE2\x88\x9E");
+    EXPECT_EQ(FirstCharacters(text, 5), text);
+    EXPECT_EQ(FirstCharacters(text, 32), text);
+}
+
 TEST(Utf8, CharactersOfOneToFourBytes) {
     EXPECT_EQ(CharactersOf("a\xC3\xA9\xE2\x88\x9E\xF0\x9F\xA5\x81z"), U"a\u00E9\u221E\U0001F941z");
 }

@@ -190,6 +190,17 @@ TEST(IGwPresetMenu, ShownTextIsCutAtThirtyTwoCharacters) {
     EXPECT_EQ(rig.plug.PresetName(0), name);
 }
 
+TEST(IGwPresetMenu, ShownTextEndsInAWholeCharacter) {
+    InstrumentRig rig;
+    AttachMenu(rig);
+    std::string accents;
+    for (int i = 0; i < 30; ++i)
+        accents += "\xC3\xA9";
+    rig.plug.ModifyCurrentPreset("x" + accents);
+    rig.DrawAll();
+    EXPECT_EQ(rig.graphics.texts.back().string, "01: x" + accents.substr(0, 54)); // 5 characters and 27
+}
+
 TEST(IGwPresetMenu, SectionPresetIsShownWithItsSigns) {
     InstrumentRig rig;
     AttachMenu(rig);
@@ -210,6 +221,20 @@ TEST(IGwPresetMenu, PresetThatTheHostChoosesIsSeenAtTheNextTick) {
     rig.DrawAll();
     EXPECT_EQ(display.String(), "03: Basic Bass Drum 3 (click)");
     EXPECT_FALSE(display.IsDirty());
+}
+
+TEST(IGwPresetMenu, HiddenDisplayComesToRestAfterTheHostChoseAPreset) {
+    InstrumentRig rig;
+    auto& display = AttachMenu(rig);
+    display.Hide(true);
+    rig.graphics.Settle();
+    ASSERT_TRUE(rig.plug.RestorePreset(2));
+    EXPECT_FALSE(rig.graphics.RunTick().Empty());
+    rig.graphics.Settle();
+    EXPECT_TRUE(rig.graphics.RunTick().Empty());
+    display.Hide(false);
+    rig.DrawAll();
+    EXPECT_EQ(rig.graphics.texts.back().string, "03: Basic Bass Drum 3 (click)");
 }
 
 TEST(IGwPresetMenu, RightButtonOpensATextEntryWithTheName) {
