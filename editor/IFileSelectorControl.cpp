@@ -28,11 +28,10 @@ bool IFileSelectorControl::Draw(IGraphics& canvas) {
 }
 
 bool IFileSelectorControl::IsDirty() {
-    if (state == Done) {
-        state = None;
-        return true;
-    }
-    return dirty;
+    if (dirty) return true;
+    if (state != Done) return false;
+    state = None;
+    return true;
 }
 
 } // namespace Grimworks

@@ -14,14 +14,14 @@ namespace Grimworks {
 /// Bitmaps whose frames are plain colours, so that one pixel tells which frame was drawn.
 class TestStrips {
 public:
-    /// Frame n of 1..frames is opaque with red n, green 100 and blue 200.
-    IBitmap Make(int frameWidth, int frameHeight, int frames, bool horizontal = false) {
+    /// Frame n, counted from `first` on, is opaque with red n, green 100 and blue 200.
+    IBitmap Make(int frameWidth, int frameHeight, int frames, bool horizontal = false, int first = 1) {
         const int width = horizontal ? frameWidth * frames : frameWidth;
         const int height = horizontal ? frameHeight : frameHeight * frames;
         LICE_MemBitmap& pixels = bitmaps.emplace_back(width, height);
         for (int y = 0; y < height; ++y) {
             for (int x = 0; x < width; ++x) {
-                const int frame = (horizontal ? x / frameWidth : y / frameHeight) + 1;
+                const int frame = (horizontal ? x / frameWidth : y / frameHeight) + first;
                 pixels.getBits()[y * width + x] = LICE_RGBA(frame, 100, 200, 255);
             }
         }

@@ -21,6 +21,7 @@ protected:
     static constexpr int kFader = 6;
     static constexpr int kTallFader = 7;
     static constexpr int kCaptioned = 63;
+    static constexpr int kGround = 200; ///< frame number that the background shows
 
     ControlZoo() {
         tallFader.SetHorizontal(false);
@@ -43,7 +44,7 @@ protected:
     }
 
     ControlRig rig;
-    IBitmap ground = rig.strips.Make(ControlRig::kWidth, ControlRig::kHeight, 1);
+    IBitmap ground = rig.strips.Make(ControlRig::kWidth, ControlRig::kHeight, 1, false, kGround);
     IBitmapControl& background = rig.Attach<IBitmapControl>(0, 0, -1, ground);
     IBitmapControl& picture = rig.Attach<IBitmapControl>(5, 5, -1, rig.strips.Make(20, 20, 3));
     ISwitchControl& button = rig.Attach<ISwitchControl>(30, 5, kSwitch, rig.strips.Make(20, 20, 3));
@@ -68,7 +69,7 @@ TEST_F(ControlZoo, OpensWithTheValuesOfThePlug) {
         EXPECT_EQ(control->DefaultValue(), control->Value());
     }
     EXPECT_EQ(Seen(6, 6), 1);
-    EXPECT_EQ(Seen(299, 199), 1); // the background
+    EXPECT_EQ(Seen(299, 199), kGround);
 }
 
 TEST_F(ControlZoo, SwitchShowsEachState) {
@@ -145,6 +146,7 @@ TEST_F(ControlZoo, SelectorIsSeenWhileItsDialogIsOpen) {
     Press(85, 95);
     EXPECT_EQ(meanwhile, 1);
     EXPECT_EQ(rig.graphics.questions.size(), 1U);
+    EXPECT_EQ(Seen(85, 95), kGround);
 }
 
 TEST_F(ControlZoo, HiddenControlIsNeitherSeenNorHit) {
@@ -152,7 +154,7 @@ TEST_F(ControlZoo, HiddenControlIsNeitherSeenNorHit) {
     rig.graphics.Settle();
     ASSERT_EQ(Seen(31, 6), 2);
     button.Hide(true);
-    EXPECT_EQ(Seen(31, 6), 1); // the background
+    EXPECT_EQ(Seen(31, 6), kGround);
     Press(31, 6);
     Release(31, 6);
     EXPECT_EQ(rig.Get(kSwitch), 0.5);

@@ -78,6 +78,15 @@ TEST(IControl, ValueFromTheUserGoesToThePlug) {
     EXPECT_TRUE(control.IsDirty());
 }
 
+TEST(IControl, TheSameValueFromTheUserIsNotToldAgain) {
+    ControlRig rig;
+    auto& control = rig.Attach<BareControl>(kPlace, ControlRig::kPlain);
+    control.SetValueFromUserInput(0.625);
+    ASSERT_EQ(rig.plug.automated.size(), 1U);
+    control.SetValueFromUserInput(0.625);
+    EXPECT_EQ(rig.plug.automated.size(), 1U);
+}
+
 TEST(IControl, ValuesAreLimitedToTheControlsOwnRange) {
     ControlRig rig;
     auto& control = rig.Attach<BareControl>(kPlace, ControlRig::kPlain);
@@ -112,6 +121,34 @@ TEST(IControl, ChangeDuringADrawStaysDirtyForTheNextOne) {
     EXPECT_TRUE(control.IsDirty());
     control.SetClean();
     EXPECT_FALSE(control.IsDirty());
+}
+
+/// Whether a control asks for a second redraw after the first one.
+bool AsksTwice(IControl& control) {
+    const bool first = control.IsDirty();
+    control.SetClean();
+    const bool second = control.IsDirty();
+    control.SetClean();
+    return first && second && !control.IsDirty();
+}
+
+TEST(IControl, ChangesAreDrawnOnceMoreSoThatNoneIsLostInADraw) {
+    ControlRig rig;
+    auto& control = rig.Attach<BareControl>(kPlace, ControlRig::kPlain);
+    control.AddAuxParam(ControlRig::kWithLabel);
+    control.EnablePrompt(true);
+    control.SetClean();
+    control.SetValueFromPlug(0.5);
+    EXPECT_TRUE(AsksTwice(control));
+    control.SetValueFromUserInput(0.25);
+    EXPECT_TRUE(AsksTwice(control));
+    control.SetAuxParamValueFromPlug(0, 0.75);
+    EXPECT_TRUE(AsksTwice(control));
+    control.Hide(true);
+    EXPECT_TRUE(AsksTwice(control));
+    control.PromptUserInput();
+    control.SetClean();
+    EXPECT_TRUE(control.IsDirty());
 }
 
 TEST(IControl, HidingAndShowingAskForARedraw) {

@@ -61,13 +61,37 @@ TEST(IFileSelectorControl, IsDrawnOnlyWhileAFileIsBeingSelected) {
 
 TEST(IFileSelectorControl, EndOfASelectionGivesOneMoreRedraw) {
     ControlRig rig;
-    auto& selector = AttachSelector(rig);
+    const auto& selector = AttachSelector(rig);
+    rig.graphics.Settle();
     rig.graphics.OnMouseDown(15, 25, kLeft);
     EXPECT_EQ(selector.SelectionState(), IFileSelectorControl::Done);
-    selector.SetClean();
-    EXPECT_TRUE(selector.IsDirty());
+    EXPECT_EQ(rig.graphics.RunTick(), selector.Rect()); // its value is another one
+    EXPECT_EQ(rig.graphics.RunTick(), selector.Rect());
     EXPECT_EQ(selector.SelectionState(), IFileSelectorControl::None);
-    EXPECT_FALSE(selector.IsDirty());
+    EXPECT_TRUE(rig.graphics.RunTick().Empty());
+}
+
+TEST(IFileSelectorControl, BeginningOfASelectionAsksForARedraw) {
+    ControlRig rig;
+    const auto& selector = AttachSelector(rig);
+    rig.graphics.Settle();
+    IRECT redrawn;
+    rig.graphics.whileAsking = [&] { redrawn = rig.graphics.RunTick(); };
+    rig.graphics.OnMouseDown(15, 25, kLeft);
+    EXPECT_EQ(redrawn, selector.Rect());
+}
+
+TEST(IFileSelectorControl, ItsParameterHearsOfTheEnd) {
+    ControlRig rig;
+    rig.Attach<IFileSelectorControl>(10, 20, ControlRig::kPlain, rig.strips.Make(30, 15, 2),
+                                     IGraphics::FileOpen);
+    rig.plug.SetParameterFromHost(ControlRig::kPlain, 0.0);
+    rig.graphics.Tick();
+    double meanwhile = -1.0;
+    rig.graphics.whileAsking = [&] { meanwhile = rig.Get(ControlRig::kPlain); };
+    rig.graphics.OnMouseDown(15, 25, kLeft);
+    EXPECT_EQ(meanwhile, 0.0);
+    EXPECT_EQ(rig.Get(ControlRig::kPlain), 1.0);
 }
 
 TEST(IFileSelectorControl, ValueGoesBetweenZeroAndOne) {

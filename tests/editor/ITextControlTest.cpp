@@ -39,6 +39,10 @@ TEST(ITextControl, OnlyAnotherTextAsksForARedraw) {
     control.SetTextFromPlug("two");
     EXPECT_TRUE(control.IsDirty());
     EXPECT_EQ(control.String(), "two");
+    control.SetClean();
+    EXPECT_TRUE(control.IsDirty());
+    control.SetClean();
+    EXPECT_FALSE(control.IsDirty());
 }
 
 TEST(ITextControl, GrayedTextIsAQuarterAsStrong) {

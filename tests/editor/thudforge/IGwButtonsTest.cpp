@@ -34,9 +34,26 @@ TEST(IGwPlayButton, ReleaseAsksForNothing) {
     EXPECT_EQ(rig.plug.playRequest.Take().note, 0);
 }
 
+TEST(IGwPlayButton, IsDrawnDownWhileItIsHeld) {
+    InstrumentRig rig;
+    const auto& button = rig.Attach<IGwPlayButton>(10, 10, rig.strips.Make(48, 20, 2));
+    const auto frame = [&rig] { return static_cast<int>((rig.graphics.ScreenPixel(20, 20) >> 16U) & 0xFFU); };
+    rig.graphics.Settle();
+    EXPECT_EQ(frame(), 1);
+    rig.graphics.OnMouseDown(20, 20, kLeft);
+    EXPECT_EQ(rig.graphics.RunTick(), button.Rect());
+    EXPECT_EQ(frame(), 2);
+    rig.graphics.OnMouseUp(200, 150, kLeft);
+    rig.graphics.RunTick();
+    EXPECT_EQ(frame(), 1);
+}
+
+/// Five values of an envelope, and others behind them that no copy may touch.
 void SetEnvelope(InstrumentRig& rig, int attack, double first) {
     for (int i = 0; i < 5; ++i)
         rig.Set(attack + i, first + 0.1 * i);
+    rig.Set(attack + 5, first / 2.0);
+    rig.Set(attack + 6, first / 4.0);
 }
 
 TEST(IGwArrowActionButton, CopiesTheVolumeEnvelopeToTheFilters) {
@@ -45,13 +62,13 @@ TEST(IGwArrowActionButton, CopiesTheVolumeEnvelopeToTheFilters) {
                                                           IGwArrowActionButton::VolumeToFilter);
     SetEnvelope(rig, 63, 0.1);
     SetEnvelope(rig, 70, 0.5);
-    const double velocity = rig.Get(75);
     rig.Click(button);
     for (int i = 0; i < 5; ++i) {
         EXPECT_EQ(rig.Get(70 + i), 0.1 + 0.1 * i);
         EXPECT_EQ(rig.Get(63 + i), 0.1 + 0.1 * i);
     }
-    EXPECT_EQ(rig.Get(75), velocity);
+    EXPECT_EQ(rig.Get(75), 0.25);
+    EXPECT_EQ(rig.Get(76), 0.125);
 }
 
 TEST(IGwArrowActionButton, CopiesTheFilterEnvelopeToTheVolumes) {
@@ -65,6 +82,8 @@ TEST(IGwArrowActionButton, CopiesTheFilterEnvelopeToTheVolumes) {
     rig.Click(button);
     for (int i = 0; i < 5; ++i)
         EXPECT_EQ(rig.Get(63 + i), 0.5 + 0.1 * i);
+    EXPECT_EQ(rig.Get(68), 0.05);
+    EXPECT_EQ(rig.Get(69), 0.025);
     rig.graphics.Tick();
     EXPECT_EQ(sustain.Value(), 0.5 + 0.1 * 2);
 }
