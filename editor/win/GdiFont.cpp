@@ -5,6 +5,7 @@
 #include "editor/win/WinModule.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -55,6 +56,34 @@ DWORD SystemQuality(int quality) {
     }
 }
 
+/// The heights of a line as the font's designer meant them, in parts of the em.
+struct DesignedLine {
+    double ascent = 0.0;
+    double height = 0.0; ///< 0 where the font does not tell
+};
+
+/// Reads them from the font's horizontal header. The system's own metrics have room for accents on capitals,
+/// which would push every text of the editor down.
+DesignedLine ReadDesignedLine(HDC context) {
+    constexpr DWORD kHeader = 0x61656868; // "hhea"
+    constexpr DWORD kFirst = 4;           // ascender, descender, gap: two bytes each, high byte first
+    std::array<std::uint8_t, 6> bytes{};
+    OUTLINETEXTMETRICA metrics{};
+    if (GetFontData(context, kHeader, kFirst, bytes.data(), static_cast<DWORD>(bytes.size())) !=
+            bytes.size() ||
+        GetOutlineTextMetricsA(context, sizeof(metrics), &metrics) == 0 || metrics.otmEMSquare == 0)
+        return {};
+    const auto number = [&](std::size_t at) {
+        return static_cast<double>(static_cast<std::int16_t>((bytes[at] << 8) | bytes[at + 1]));
+    };
+    const double em = metrics.otmEMSquare;
+    return {number(0) / em, (number(0) - number(2) + number(4)) / em};
+}
+
+int Rounded(double pixels) {
+    return static_cast<int>(std::floor(pixels + 0.5));
+}
+
 /// How much of a pixel is covered where white was drawn on black. The system may draw for each colour's place
 /// on the screen of its own; the mean of them is the whole pixel's.
 std::uint8_t CoverageOf(LICE_pixel pixel) {
@@ -72,6 +101,18 @@ IRECT DrawnPart(LICE_IBitmap& bitmap) {
         }
     }
     return part;
+}
+
+std::vector<std::wstring> LinesOf(const std::wstring& text) {
+    std::vector<std::wstring> lines(1);
+    for (const wchar_t unit : text) {
+        if (unit == L'\n') {
+            lines.emplace_back();
+        } else {
+            lines.back() += unit;
+        }
+    }
+    return lines;
 }
 
 /// Where a bitmap's own pixels begin in the picture of its context: a part of a bitmap has the context of the
@@ -128,6 +169,10 @@ GdiGlyphs::GdiGlyphs(const IText& text)
     TEXTMETRICA metrics{};
     if (GetTextMetricsA(context, &metrics) == FALSE) return;
     lineHeight = static_cast<int>(metrics.tmHeight + metrics.tmExternalLeading);
+    const DesignedLine designed = ReadDesignedLine(context);
+    if (!(designed.height > 0.0)) return;
+    lineHeight = Rounded(designed.height * size);
+    lift = static_cast<int>(metrics.tmAscent) - Rounded(designed.ascent * size);
 }
 
 GdiGlyphs::~GdiGlyphs() {
@@ -136,9 +181,8 @@ GdiGlyphs::~GdiGlyphs() {
 
 LICE_Vector GdiGlyphs::Turned(int along, int down) const {
     const double angle = orientation * std::numbers::pi / 180.0;
-    const auto rounded = [](double pixels) { return static_cast<int>(std::floor(pixels + 0.5)); };
-    return {rounded(along * std::cos(angle) + down * std::sin(angle)),
-            rounded(down * std::cos(angle) - along * std::sin(angle))};
+    return {Rounded(along * std::cos(angle) + down * std::sin(angle)),
+            Rounded(down * std::cos(angle) - along * std::sin(angle))};
 }
 
 LICE_Vector GdiGlyphs::LineStep() const {
@@ -166,8 +210,9 @@ LICE_Glyph GdiGlyphs::Render(char32_t character) {
     glyph.width = part.W();
     glyph.height = part.H();
     if (part.Empty()) return glyph;
-    glyph.left = part.L - pen;
-    glyph.top = part.T - pen;
+    const LICE_Vector lifted = Turned(0, lift);
+    glyph.left = part.L - pen - lifted.x;
+    glyph.top = part.T - pen - lifted.y;
     glyph.coverage.reserve(static_cast<std::size_t>(part.W()) * static_cast<std::size_t>(part.H()));
     for (int y = part.T; y < part.B; ++y) {
         const LICE_pixel* row = scratch.getBits() + static_cast<std::ptrdiff_t>(y) * scratch.getRowSpan();
@@ -192,12 +237,16 @@ bool GdiGlyphs::DrawInContext(LICE_IBitmap& dest, std::u32string_view text, cons
         wide += WideCharacter(character);
     const FontInUse inUse(context, font);
     IntersectClipRect(context, origin.x, origin.y, origin.x + dest.getWidth(), origin.y + dest.getHeight());
-    RECT place{origin.x + rect.L, origin.y + rect.T, origin.x + rect.R, origin.y + rect.B};
-    UINT format = DT_NOPREFIX;
+    IntersectClipRect(context, origin.x + rect.L, origin.y + rect.T, origin.x + rect.R, origin.y + rect.B);
+    RECT place{origin.x + rect.L, origin.y + rect.T - lift, origin.x + rect.R, origin.y + rect.B};
+    UINT format = DT_NOPREFIX | DT_NOCLIP;
     if ((flags & LICE_TextCenter) != 0) format |= DT_CENTER;
     if ((flags & LICE_TextRight) != 0) format |= DT_RIGHT;
     SetTextColor(context, RGB((color >> 16U) & 0xFFU, (color >> 8U) & 0xFFU, color & 0xFFU));
-    DrawTextW(context, wide.c_str(), static_cast<int>(wide.size()), &place, format);
+    for (const std::wstring& line : LinesOf(wide)) {
+        DrawTextW(context, line.c_str(), static_cast<int>(line.size()), &place, format | DT_SINGLELINE);
+        place.top += lineHeight;
+    }
     GdiFlush();
     return true;
 }

@@ -48,6 +48,7 @@ private:
     int size;
     int orientation;
     int lineHeight = 0;
+    int lift = 0; ///< pixels that a line is to stand higher than where the system puts it
 };
 
 } // namespace Grimworks
