@@ -106,7 +106,8 @@ int LICE_CachedFont::DrawText(LICE_IBitmap* dest, std::string_view text, IRECT& 
     }
     const PixelRows rows(dest);
     const bool native = (flags & (LICE_TextNative | LICE_TextWantAlpha)) == LICE_TextNative;
-    if (native && !rows.Empty() && source->DrawNative(*dest, characters, rect, fgColor, flags)) return box.H();
+    if (native && !rows.Empty() && source->DrawNative(*dest, characters, rect, fgColor, flags))
+        return box.H();
     if (!rows.Empty()) DrawLines(rows, lines, box, rect, flags);
     return box.H();
 }

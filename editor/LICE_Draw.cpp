@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 
 namespace Grimworks {
 
@@ -37,10 +38,34 @@ BlitSpan ClipSpan(int from, int to, int at, int sourceSize, int destSize) {
     return {static_cast<int>(from + first), static_cast<int>(at + first), static_cast<int>(end - first)};
 }
 
+constexpr int kGroup = 8;
+
+bool AreOpaque(const LICE_pixel* pixels) {
+    LICE_pixel all = pixels[0];
+    for (int i = 1; i < kGroup; ++i)
+        all &= pixels[i];
+    return all >= 0xFF000000U;
+}
+
 template <int Operation>
-void BlendRow(LICE_pixel* dest, const LICE_pixel* source, int count, unsigned weight, bool useAlpha) {
+void BlendPixels(LICE_pixel* dest, const LICE_pixel* source, int count, unsigned weight, bool useAlpha) {
     for (int i = 0; i < count; ++i)
         PutBlended<Operation>(dest[i], source[i], PutAlpha(source[i], weight, useAlpha));
+}
+
+/// Most pictures are opaque in long stretches, which are copied several pixels at a time.
+template <int Operation>
+void BlendRow(LICE_pixel* dest, const LICE_pixel* source, int count, unsigned weight, bool useAlpha) {
+    if (Operation == LICE_Copy && useAlpha && weight == kFullWeight) {
+        for (; count >= kGroup; count -= kGroup, dest += kGroup, source += kGroup) {
+            if (AreOpaque(source)) {
+                std::memcpy(dest, source, kGroup * sizeof(LICE_pixel));
+            } else {
+                BlendPixels<Operation>(dest, source, kGroup, weight, useAlpha);
+            }
+        }
+    }
+    BlendPixels<Operation>(dest, source, count, weight, useAlpha);
 }
 
 template <int Operation>

@@ -44,7 +44,7 @@ private:
     LICE_pixel* fb = nullptr;
     int width = 0;
     int height = 0;
-    void* context = nullptr;   ///< HDC
+    void* context = nullptr; ///< HDC
     unsigned long contextThread = 0;
     void* section = nullptr;   ///< HBITMAP
     void* oldBitmap = nullptr; ///< what the context held before

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <algorithm>
-#include <compare>
 #include <string>
+#include <tuple>
 
 namespace Grimworks {
 
@@ -93,7 +93,10 @@ struct FontKey {
     int orientation = 0;
 
     bool operator==(const FontKey&) const = default;
-    auto operator<=>(const FontKey&) const = default;
+    bool operator<(const FontKey& other) const {
+        return std::tie(face, height, style, orientation) <
+               std::tie(other.face, other.height, other.style, other.orientation);
+    }
 };
 
 /// Look of a text. Font names keep at most 31 bytes.
