@@ -8,9 +8,7 @@
 namespace Grimworks {
 
 void RecallPreset(ThudForge& instrument, int index) {
-    if (!instrument.RestorePreset(index)) return;
-    instrument.InformHostOfProgramChange();
-    instrument.RedrawParamControls();
+    if (instrument.RestorePreset(index)) instrument.InformHostOfProgramChange();
 }
 
 IGwPresetSwitch::IGwPresetSwitch(ThudForge* instrument, int x, int y, const IBitmap& strip, int stepDirection)

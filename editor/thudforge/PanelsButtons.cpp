@@ -22,6 +22,13 @@ struct WebAddress {
 constexpr WebAddress kMaker{"https://grimworks.example.org/", "https://example.org/grimworks"};
 constexpr WebAddress kLikes{"https://grimworks.example.org/likes", "https://example.org/grimworks/likes"};
 
+/// Where the first choice of a program file starts; empty for the user's own folder.
+#ifdef _WIN32
+constexpr const char* kProgramFolder = "C:\\work\\Grimworks\\_presets";
+#else
+constexpr const char* kProgramFolder = "";
+#endif
+
 /// A button of the class that needs no more than its place and its bitmap.
 template <typename Button, typename... More>
 MadeControl MakePlain(PanelContext& context, const PlacedControl& placed, More... more) {
@@ -49,7 +56,7 @@ MadeControl MakeProgramButton(PanelContext& context, const PlacedControl& placed
     case ControlKind::RestorePreset:
         return MakePlain<IGwRestorePresetButton>(context, placed);
     case ControlKind::FileSelector:
-        return MakePlain<IGwFileSelector>(context, placed, placed.direction);
+        return MakePlain<IGwFileSelector>(context, placed, placed.direction, kProgramFolder);
     case ControlKind::PlayButton:
         return MakePlain<IGwPlayButton>(context, placed);
     default:

@@ -174,6 +174,10 @@ TEST_F(SelectorTest, FileThatIsNoProgramChangesNothing) {
 TEST_F(SelectorTest, CancelWritesNothing) {
     Choose(IGraphics::FileSave, "");
     EXPECT_TRUE(std::filesystem::is_empty(folder));
+    const auto& selector = rig.Attach<IGwFileSelector>(100, 10, rig.strips.Make(48, 40, 2),
+                                                       IGraphics::FileSave, (folder / "kick.fxp").string());
+    rig.Click(selector); // a place that could be written to
+    EXPECT_TRUE(std::filesystem::is_empty(folder));
 }
 
 TEST_F(SelectorTest, ButtonIsAlwaysThereAndPressedWhileSelecting) {

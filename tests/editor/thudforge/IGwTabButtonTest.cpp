@@ -49,6 +49,16 @@ TEST(IGwTabButton, ClickOnThePageThatIsThereChangesNothing) {
     tabs.ExpectOnly(1);
 }
 
+TEST(IGwTabButton, ClickIsDrawnAtTheNextTick) {
+    InstrumentRig rig;
+    const Tabs tabs(rig);
+    rig.graphics.Settle();
+    rig.Click(*tabs.tabs[2]);
+    rig.graphics.RunTick();
+    EXPECT_EQ((rig.graphics.ScreenPixel(200, 20) >> 16U) & 0xFFU, 2U); // its own frame for down
+    EXPECT_EQ((rig.graphics.ScreenPixel(20, 20) >> 16U) & 0xFFU, 1U);
+}
+
 TEST(IGwTabButton, PageSelectedElsewhereIsSeenAtTheNextTick) {
     InstrumentRig rig;
     const Tabs tabs(rig);

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <string>
 #include <unistd.h>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -79,6 +80,24 @@ TEST(PanelsPrograms, PlayStartsTheTestNoteAndTheRightButtonEndsIt) {
     request = rig.plug.playRequest.Take();
     EXPECT_EQ(request.note, 48);
     EXPECT_EQ(request.mode, 1);
+}
+
+TEST(PanelsPrograms, FirstChoiceOfAFileStartsInTheFolderOfPresets) {
+#ifdef _WIN32
+    const std::string expected = "C:\\work\\Grimworks\\_presets";
+#else
+    const std::string expected; // the window offers the user's own folder
+#endif
+    EditorRig rig;
+    std::vector<std::string> folders;
+    rig.graphics.onFile = [&folders](std::string& file, std::string& dir, int, const std::string&) {
+        folders.push_back(dir);
+        file.clear();
+    };
+    const int load = rig.Find<IGwFileSelector>();
+    rig.Click(load);
+    rig.Click(rig.Find<IGwFileSelector>(load + 1));
+    EXPECT_EQ(folders, (std::vector<std::string>{expected, expected}));
 }
 
 TEST(PanelsPrograms, SaveAndLoadGoThroughAFile) {
