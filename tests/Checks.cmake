@@ -42,5 +42,7 @@ if(NOT THUDFORGE_SANITIZED)
     thudforge_check(scanners.Ardour scanners ${scanners}/ardour.sh $<TARGET_FILE:ThudForge>)
     thudforge_check(scanners.ArdourSession scanners ${Python3_EXECUTABLE} ${scanners}/ardour-session.py
         $<TARGET_FILE:ThudForge> ${CMAKE_CURRENT_BINARY_DIR}/ardour-session)
-    set_tests_properties(scanners.ArdourSession PROPERTIES TIMEOUT 120)
+    thudforge_check(scanners.ArdourWindow scanners ${Python3_EXECUTABLE} ${scanners}/ardour-window.py
+        $<TARGET_FILE:ThudForge> $<TARGET_FILE:thudforge> ${CMAKE_CURRENT_BINARY_DIR}/ardour-window)
+    set_tests_properties(scanners.ArdourSession scanners.ArdourWindow PROPERTIES TIMEOUT 120)
 endif()

@@ -10,15 +10,13 @@ not, 2 if Ardour itself does not work here.
 
 import base64
 import math
-import os
 import shutil
-import signal
 import struct
-import subprocess
 import sys
-import time
 import xml.etree.ElementTree as ElementTree
 from pathlib import Path
+
+from ardour_host import Ardour, HostUnusable, Mismatch
 
 TIME_LIMIT = 110.0  # seconds for all that Ardour does
 PARAMETERS = 159
@@ -32,76 +30,6 @@ SUB_OSC_AMOUNT_MAX = 1.259
 SETTINGS = {3: 0.3, 80: 0.9, 81: 1.0, 102: 17 / 41, 115: 0.25, 116: 0.625, 137: 0.4, 139: 1.0, 140: 0.125, 158: 0.75}
 # Rates that the host's tempo sets while the switch or choice beside them is on.
 RATE_SET_BY = {13: 15, 34: 36, 55: 57, 127: 139}
-
-
-class HostUnusable(Exception):
-    """Ardour does not work here, with or without the instrument."""
-
-
-class Mismatch(Exception):
-    """The instrument did not do or keep what it should."""
-
-
-class Ardour:
-    """Debian's Ardour with a home folder of its own."""
-
-    def __init__(self, folder):
-        try:
-            listed = subprocess.run(["dpkg", "-L", "ardour"], capture_output=True, text=True, check=True).stdout
-        except (OSError, subprocess.CalledProcessError):
-            raise HostUnusable("the package ardour is not installed") from None
-        self.scanner = self.find(listed, lambda path: path.name == "ardour-vst-scanner")
-        self.tool = self.find(listed, lambda path: path.parent.name == "bin" and path.name.endswith("-lua"))
-        self.script = Path(__file__).resolve().with_suffix(".lua")
-        self.deadline = time.monotonic() + TIME_LIMIT
-        self.modules = folder / "modules"
-        home = folder / "home"
-        nothing = folder / "nothing"
-        for path in (self.modules, home, nothing):
-            path.mkdir(parents=True)
-        home.chmod(0o700)
-        self.environment = {
-            "PATH": os.environ.get("PATH", "/usr/bin:/bin"), "LC_ALL": "C.UTF-8", "HOME": str(home),
-            "TMPDIR": str(home), "XDG_CONFIG_HOME": str(home / "config"), "XDG_CACHE_HOME": str(home / "cache"),
-            "XDG_DATA_HOME": str(home / "data"), "XDG_RUNTIME_DIR": str(home),
-            "LXVST_PATH": str(self.modules), "VST3_PATH": str(nothing), "LADSPA_PATH": str(nothing),
-        }
-
-    @staticmethod
-    def find(listed, wanted):
-        for path in map(Path, listed.splitlines()):
-            if wanted(path) and os.access(path, os.X_OK):
-                return path
-        raise HostUnusable("the package ardour lacks its scanner or its session tool")
-
-    def run(self, *command, **variables):
-        """Runs a program of Ardour's and returns its exit status (None after the time limit) and its output."""
-        process = subprocess.Popen(
-            [str(part) for part in command], env=self.environment | variables, stdin=subprocess.DEVNULL,
-            stdout=subprocess.PIPE, stderr=subprocess.STDOUT, start_new_session=True)
-        try:
-            said, _ = process.communicate(timeout=max(1.0, self.deadline - time.monotonic()))
-            status = process.returncode
-        except subprocess.TimeoutExpired:
-            os.killpg(process.pid, signal.SIGKILL)
-            said, _ = process.communicate()
-            status = None
-        return status, said.decode(errors="replace")
-
-    def scan(self, module):
-        """Has Ardour's scanner put the module into the cache of plug-ins."""
-        status, said = self.run(self.scanner, "-f", "-v", module, LD_LIBRARY_PATH=str(self.scanner.parent))
-        if status != 0 or 'is_instrument="1"' not in said:
-            raise Mismatch(f"{said}\nArdour's scanner did not take the module (status {status})")
-
-    def session(self, failure, action, *arguments):
-        """Runs the script's action; raises `failure` unless it came through. Returns the lines that it said."""
-        status, said = self.run(self.tool, self.script, action, *arguments)
-        lines = said.splitlines()
-        if status != 0 or "done" not in lines:
-            how = "did not end in time" if status is None else f"ended with status {status}"
-            raise failure(f"{said}\nArdour's session tool {how} in the run \"{action}\"")
-        return lines
 
 
 def parameters_in(lines, word="parameter"):
@@ -218,15 +146,11 @@ def check_reopened(live, lines, after):
 
 def run_test(module, folder):
     shutil.rmtree(folder, ignore_errors=True)
-    ardour = Ardour(folder)
+    ardour = Ardour(folder, TIME_LIMIT)
     # Without the instrument first: what fails here is no fault of the instrument.
     ardour.session(HostUnusable, "probe", folder / "probe")
 
-    copy = ardour.modules / module.name
-    shutil.copy(module, copy)
-    # Ardour takes no notice of a cache that is not at least a second younger than the module.
-    os.utime(copy, (time.time() - 60.0,) * 2)
-    ardour.scan(copy)
+    ardour.install(module)
     session = folder / "session"
     file = session / "session.ardour"
     settings = [f"{number}={value!r}" for number, value in SETTINGS.items()]
