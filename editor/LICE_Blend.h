@@ -3,6 +3,7 @@
 #include "editor/LICE_Draw.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace Grimworks {
 
@@ -18,7 +19,7 @@ constexpr unsigned DivideBy255(unsigned x) {
 /// A weight of 0..1 in steps of 1/256; NaN is 0.
 inline unsigned WeightOf(float alpha) {
     if (!(alpha > 0.0F)) return 0;
-    return static_cast<unsigned>(std::min(alpha, 1.0F) * static_cast<float>(kFullWeight) + 0.5F);
+    return static_cast<unsigned>(std::lround(std::min(alpha, 1.0F) * static_cast<float>(kFullWeight)));
 }
 
 /// Alpha with which a pixel is put.

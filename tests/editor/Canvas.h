@@ -78,8 +78,8 @@ private:
     class Inside final : public LICE_IBitmap {
     public:
         Inside(LICE_MemBitmap& around, int pictureWidth, int pictureHeight)
-            : bits(around.getBits() + kMargin * around.getRowSpan() + kMargin), span(around.getRowSpan()),
-              width(pictureWidth), height(pictureHeight) {}
+            : bits(around.getBits() + std::ptrdiff_t{kMargin} * around.getRowSpan() + kMargin),
+              span(around.getRowSpan()), width(pictureWidth), height(pictureHeight) {}
         LICE_pixel* getBits() override { return bits; }
         int getWidth() override { return width; }
         int getHeight() override { return height; }
