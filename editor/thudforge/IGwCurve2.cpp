@@ -29,7 +29,8 @@ void FillMenu(IPopupMenu& menu) {
 
 IGwCurve2::IGwCurve2(ThudForge* instrument, const IRECT& rectangle, int points, int mode, bool canDraw)
     : IControl(instrument, rectangle), plug(instrument), drawable(canDraw), displayMode(mode) {
-    const double half = rectangle.H() / 2; // NOLINT(bugprone-integer-division): whole pixels
+    const int halfHeight = rectangle.H() / 2;
+    const double half = halfHeight;
     line = {rectangle, static_cast<double>(rectangle.W()), half, half, points, true};
     if (drawable) plug->SetDrawnCurveWidth(rectangle.W());
     FillMenu(menu);

@@ -72,7 +72,7 @@ TEST(ThudForgeEditingThread, StrokesMeetTheAudio) {
             plug.PressCurve(i % 130, std::sin(i * 0.1));
             plug.DragCurve(i * 7 % 128, std::cos(i * 0.3), i % 31 - 15);
             if (i % 100 == 0) plug.RequestCurveOperation(i / 100 % 8);
-            if (i % 250 == 0) instrument.Set(Param::DistortionType, i / 250 / 8.0);
+            if (i % 250 == 0) instrument.Set(Param::DistortionType, i / 2000.0);
             if (i % 10 == 0) refreshes += plug.RefreshCurveDisplay() ? 1 : 0;
             if (i % 300 == 0) plug.ResetMaxLevel();
         }
