@@ -260,6 +260,13 @@ TEST_F(Edit, AKeyIsSeenOnTheScope) {
     EXPECT_NE(silent.pixels, sounding.pixels);
 }
 
+TEST_F(Edit, ThreadsOfSoundAndEditorAgreeOnEveryPage) {
+    for (const char* page : {"synth", "scope", "about"}) {
+        const Picture picture = Photograph({"--page", page, "--note", "C2", "--seconds", "1.5"});
+        EXPECT_EQ(picture.width, kWidth) << page;
+    }
+}
+
 TEST_F(Edit, ItsWindowHasATitleAndTheEditorsSize) {
     EditRun run({});
     Onlooker onlooker;
