@@ -409,6 +409,7 @@ TEST_F(IGraphicsTest, BadIdsAndNoNumbersAreIgnored) {
 
 TEST_F(IGraphicsTest, EveryParameterOfThePlugInIsDelivered) {
     std::vector<Probe*> controls;
+    controls.reserve(static_cast<std::size_t>(plug.ParameterCount()));
     for (int id = 0; id < plug.ParameterCount(); ++id)
         controls.push_back(&Attach({1, 1, 2, 2}, id));
     for (int id = 0; id < plug.ParameterCount(); ++id)

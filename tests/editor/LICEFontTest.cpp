@@ -24,7 +24,7 @@ public:
         if (character == U' ') return glyph;
         glyph.width = glyph.advanceX;
         glyph.height = kHeight;
-        glyph.coverage.assign(static_cast<std::size_t>(glyph.width * glyph.height), 255);
+        glyph.coverage.assign(static_cast<std::size_t>(glyph.width) * kHeight, 255);
         return glyph;
     }
     [[nodiscard]] int LineHeight() const override { return kHeight; }
