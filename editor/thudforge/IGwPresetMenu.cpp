@@ -109,7 +109,8 @@ void IGwPresetMenu::OnMouseDown(int /*x*/, int /*y*/, const IMouseMod& mod) {
     if (mod.L) {
         OpenMenu();
     } else if (mod.R) {
-        graphics->CreateTextEntry(*this, text, rect, plug->PresetName(plug->CurrentPreset()), nullptr);
+        renamed = plug->CurrentPreset();
+        graphics->CreateTextEntry(*this, text, rect, plug->PresetName(renamed), nullptr);
     }
 }
 
@@ -125,7 +126,10 @@ void IGwPresetMenu::OpenMenu() {
     SetDirty(false);
 }
 
+/// The host may have gone on to another preset while the name was typed; that one keeps its own.
 void IGwPresetMenu::TextFromTextEntry(std::string_view entered) {
+    const int meant = std::exchange(renamed, -1);
+    if (meant >= 0 && meant != plug->CurrentPreset()) return;
     plug->ModifyCurrentPreset(entered);
     plug->InformHostOfProgramChange();
     SetDirty(false);

@@ -51,7 +51,8 @@ public:
     /// Looks whether the current preset or its name has changed.
     bool IsDirty() override;
 
-    /// Renames the current preset; it then holds the live sound.
+    /// Renames the current preset; it then holds the live sound. Does nothing if it is no longer the one
+    /// whose name the text entry was opened with.
     void TextFromTextEntry(std::string_view entered) override;
 
     /// What is shown, "01: Basic Kick" for example, at most 32 characters.
@@ -65,6 +66,7 @@ private:
     IColor panelColor;
     std::string string;
     PresetMenuRows rows;
+    int renamed = -1; ///< preset of the open text entry
 };
 
 } // namespace Grimworks

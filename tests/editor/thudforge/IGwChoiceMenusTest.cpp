@@ -47,6 +47,7 @@ const Names kOscFilterShort{"PK LP", "PK HP", "PK BP", "BW HP", "BW LP"};
 struct Listed {
     Names rows;
     Names groups;
+    std::vector<int> sizes; ///< of the groups
     std::string checked;
     int checks = 0;
 };
@@ -55,6 +56,7 @@ void List(IPopupMenu& menu, Listed& listed) {
     for (int i = 0; i < menu.ItemCount(); ++i) {
         if (menu.Submenu(i) != nullptr) {
             listed.groups.push_back(menu.Item(i)->text);
+            listed.sizes.push_back(menu.Submenu(i)->ItemCount());
             List(*menu.Submenu(i), listed);
             continue;
         }
@@ -111,14 +113,14 @@ TEST(IGwWaveformPresetMenu, OffersAllWavesByKind) {
     const auto& display = rig.Attach<IGwWaveformPresetMenu>(kPlace, kWave, IText());
     const Listed listed = Opened(rig, display);
     EXPECT_EQ(listed.rows, kWaves);
-    EXPECT_EQ(listed.groups.size(), 4U);
+    EXPECT_EQ(listed.sizes, (std::vector<int>{8, 6, 11, 16})); // shapes, noise, textures, the user's own
     ExpectEveryChoice(rig, display, kWaves, kWaves);
 }
 
 TEST(IGwLfoSignalTypePresetMenu, ShowsShortNamesAndOffersLongOnes) {
     InstrumentRig rig;
     const auto& display = rig.Attach<IGwLfoSignalTypePresetMenu>(kPlace, kLfoMode, IText());
-    EXPECT_EQ(Opened(rig, display).groups.size(), 2U);
+    EXPECT_EQ(Opened(rig, display).sizes, (std::vector<int>{2, 3})); // whole waves, parts of them
     ExpectEveryChoice(rig, display, kLfoLong, kLfoShort);
 }
 
@@ -128,7 +130,7 @@ TEST(IGwNoteModePresetMenu, OffersKeyboardPitchesAndArpeggios) {
     EXPECT_EQ(display.ParamIdx(), Param::NoteTransposeMode);
     const Listed listed = Opened(rig, display);
     EXPECT_EQ(listed.rows, kModes);
-    EXPECT_EQ(listed.groups.size(), 3U);
+    EXPECT_EQ(listed.sizes, (std::vector<int>{3, 5, 2}));
     ExpectEveryChoice(rig, display, kModes, kModes);
 }
 

@@ -266,6 +266,19 @@ TEST(IGwPresetMenu, EnteredTextRenamesThePresetAndKeepsTheLiveSound) {
     EXPECT_EQ(rig.Get(90), 0.8125);
 }
 
+TEST(IGwPresetMenu, NameTypedForOnePresetIsNotGivenToAnother) {
+    InstrumentRig rig;
+    auto& display = AttachMenu(rig);
+    rig.Click(display, kRight);
+    ASSERT_TRUE(rig.plug.RestorePreset(1)); // by the host meanwhile
+    IGraphics::CommitTextEntry(display, nullptr, "My Kick");
+    EXPECT_EQ(rig.plug.PresetName(0), "Basic Bass Drum 1");
+    EXPECT_EQ(rig.plug.PresetName(1), "Basic Bass Drum 2 (soft)");
+    rig.Click(display, kRight);
+    IGraphics::CommitTextEntry(display, nullptr, "My Kick");
+    EXPECT_EQ(rig.plug.PresetName(1), "My Kick");
+}
+
 TEST(IGwPresetMenu, LookAtEveryTickDoesNotWaitForTheAudioThread) {
     InstrumentRig rig;
     auto& display = AttachMenu(rig);
