@@ -81,7 +81,8 @@ public:
     virtual bool DrawIText(const IText& text, std::string_view string, const IRECT& rect);
     bool MeasureIText(const IText& text, std::string_view string, IRECT& rect);
 
-    /// Redraws what overlaps `rect`, then copies it to the screen.
+    /// Redraws everything if `rect` is the whole window or the background is dirty, else each dirty control
+    /// with what overlaps it; then copies `rect` and what has changed to the screen.
     void Draw(const IRECT& rect);
 
     /// One step of the editor's clock: brings parameter values that came in meanwhile to their controls, runs
