@@ -57,9 +57,17 @@ public:
 
     [[nodiscard]] bool IsReady(EditWindow& window, double seconds) {
         if (drawn < 0.0 && ShowsSomething(window.Grab())) drawn = seconds;
-        if (drawn < 0.0 && seconds > job.seconds.value_or(0.0) + kPatience)
-            throw HostError("the editor has drawn nothing, so there is no picture of it");
-        return drawn >= 0.0 && seconds >= job.seconds.value_or(drawn + kSettling);
+        const bool isLate = seconds > job.seconds.value_or(0.0) + kPatience;
+        if (drawn < 0.0) {
+            if (isLate) throw HostError("the editor has drawn nothing, so there is no picture of it");
+            return false;
+        }
+        if (seconds < job.seconds.value_or(drawn + kSettling)) return false;
+        // A copy has holes where something else lies over the window, be it for a moment only.
+        const bool covered = window.IsCovered();
+        if (covered && isLate)
+            throw HostError("another window lies over the editor, so there is no picture of it");
+        return !covered;
     }
 
 private:

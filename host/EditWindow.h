@@ -27,6 +27,9 @@ public:
     /// display is gone.
     [[nodiscard]] bool Wait(int milliseconds);
 
+    /// True while another window, or the edge of the screen, hides a part of it from being copied.
+    [[nodiscard]] bool IsCovered() const;
+
     /// What the window shows at the moment, the editor in it included. Throws HostError when the display does
     /// not tell.
     [[nodiscard]] Picture Grab();

@@ -154,6 +154,11 @@ bool EditWindow::Wait(int milliseconds) {
     return system->Wait(milliseconds);
 }
 
+bool EditWindow::IsCovered() const {
+    // The system keeps what each window shows, also under others.
+    return false;
+}
+
 Picture EditWindow::Grab() {
     return system->Grab();
 }

@@ -62,6 +62,7 @@ public:
 
     [[nodiscard]] xcb_window_t Window() const { return window; }
     [[nodiscard]] bool Wait(int milliseconds);
+    [[nodiscard]] bool IsCovered() const { return covered; }
     [[nodiscard]] Picture Grab();
 
 private:
@@ -80,6 +81,7 @@ private:
     xcb_atom_t protocols = XCB_NONE;
     xcb_atom_t deleteWindow = XCB_NONE;
     bool open = true;
+    bool covered = false;
 };
 
 EditWindow::System::System(const std::string& title, int insideWidth, int insideHeight)
@@ -109,7 +111,8 @@ xcb_atom_t EditWindow::System::Atom(const char* name) {
 
 void EditWindow::System::MakeWindow() {
     window = xcb_generate_id(connection.get());
-    const std::array<std::uint32_t, 2> values{screen->black_pixel, XCB_EVENT_MASK_STRUCTURE_NOTIFY};
+    const std::array<std::uint32_t, 2> values{screen->black_pixel, XCB_EVENT_MASK_STRUCTURE_NOTIFY |
+                                                                       XCB_EVENT_MASK_VISIBILITY_CHANGE};
     xcb_create_window(connection.get(), XCB_COPY_FROM_PARENT, window, screen->root, 0, 0,
                       static_cast<std::uint16_t>(width), static_cast<std::uint16_t>(height), 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual,
@@ -144,6 +147,9 @@ bool EditWindow::System::TakeEvents() {
         if (kind == XCB_DESTROY_NOTIFY) {
             const auto* gone = reinterpret_cast<const xcb_destroy_notify_event_t*>(event.get());
             if (gone->window == window) open = false;
+        } else if (kind == XCB_VISIBILITY_NOTIFY) {
+            const auto* seen = reinterpret_cast<const xcb_visibility_notify_event_t*>(event.get());
+            covered = seen->state != XCB_VISIBILITY_UNOBSCURED;
         } else if (kind == XCB_CLIENT_MESSAGE) {
             const auto* message = reinterpret_cast<const xcb_client_message_event_t*>(event.get());
             if (message->type == protocols && message->data.data32[0] == deleteWindow) open = false;
@@ -217,6 +223,10 @@ void* EditWindow::Parent() const {
 
 bool EditWindow::Wait(int milliseconds) {
     return system->Wait(milliseconds);
+}
+
+bool EditWindow::IsCovered() const {
+    return system->IsCovered();
 }
 
 Picture EditWindow::Grab() {

@@ -103,6 +103,7 @@ void X11Window::OnEvent(const xcb_generic_event_t& event) {
         break;
     case XCB_MOTION_NOTIFY: {
         const auto& motion = X11As<xcb_motion_notify_event_t>(event);
+        mouseMoved = true;
         OnMotion(motion.event_x, motion.event_y, motion.state);
         break;
     }
@@ -202,6 +203,7 @@ void X11Window::OnLeave(const xcb_leave_notify_event_t& event) {
     const bool ofGrab = event.mode != XCB_NOTIFY_MODE_NORMAL;
     if (ofGrab || event.detail == XCB_NOTIFY_DETAIL_INFERIOR || pointer.AnyHeld()) return;
     mouseInside = false;
+    mouseMoved = false;
     tooltip.reset();
     tooltipIndex = -1;
     graphics.OnMouseOut();
@@ -277,7 +279,7 @@ void X11Window::CommitEntry() {
 }
 
 void X11Window::TickTooltip() {
-    if (!graphics.TooltipsEnabled() || !mouseInside || pointer.AnyHeld() || !Exists()) return;
+    if (!graphics.TooltipsEnabled() || !mouseMoved || pointer.AnyHeld() || !Exists()) return;
     const int index = graphics.MouseOverIndex();
     if (index < 0 || index == tooltipIndex || Clock::now() - restsSince < kHoverTime) return;
     tooltipIndex = index;

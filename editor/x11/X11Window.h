@@ -85,6 +85,7 @@ private:
     std::unique_ptr<X11Tooltip> tooltip;
     bool ticking = false;
     bool mouseInside = false;
+    bool mouseMoved = false; ///< since it came in: over a mouse that lies still a window opens without a word
     int mouseX = 0;
     int mouseY = 0;
     Clock::time_point restsSince;

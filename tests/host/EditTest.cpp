@@ -172,6 +172,18 @@ public:
         xcb_flush(connection.get());
     }
 
+    /// Opens a window over a part of the screen, as tooltips and panels of a desktop do.
+    xcb_window_t Cover(std::int16_t left, std::int16_t top) {
+        const xcb_window_t window = xcb_generate_id(connection.get());
+        const std::array<std::uint32_t, 2> values{screen->white_pixel, 1};
+        xcb_create_window(connection.get(), XCB_COPY_FROM_PARENT, window, screen->root, left, top, 300, 100,
+                          0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual,
+                          XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values.data());
+        xcb_map_window(connection.get(), window);
+        xcb_flush(connection.get());
+        return window;
+    }
+
     void Destroy(xcb_window_t window) {
         xcb_destroy_window(connection.get(), window);
         xcb_flush(connection.get());
@@ -235,6 +247,21 @@ TEST_F(Edit, AScreenshotShowsTheWholeEditor) {
     EXPECT_EQ(picture.width, kWidth);
     EXPECT_EQ(picture.height, kHeight);
     EXPECT_GT(Colours(picture), 500U);
+}
+
+TEST_F(Edit, AScreenshotWaitsUntilNothingLiesOverTheEditor) {
+    Onlooker onlooker;
+    const Picture whole = Photograph({"--no-audio"});
+    const auto path = folder.Path("late.png");
+    EditRun run({"--no-audio", "--screenshot", path.string()});
+    ASSERT_NE(onlooker.EditorWindow(), XCB_NONE);
+    const xcb_window_t cover = onlooker.Cover(100, 100);
+    // Long enough for any picture of an editor that nobody hides.
+    std::this_thread::sleep_for(std::chrono::seconds(4));
+    EXPECT_FALSE(std::filesystem::exists(path));
+    onlooker.Destroy(cover);
+    EXPECT_EQ(run.Status(), 0) << run.Err();
+    EXPECT_EQ(LoadPicture(path).pixels, whole.pixels);
 }
 
 TEST_F(Edit, ItsPagesDiffer) {

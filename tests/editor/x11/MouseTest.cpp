@@ -142,6 +142,17 @@ TEST_F(EditorWindow, TheTooltipGoesWhenTheMouseLeavesTheControl) {
     EXPECT_TRUE(Eventually([&] { return host.Popups().empty(); }));
 }
 
+TEST_F(EditorWindow, AWindowThatOpensUnderTheMouseShowsNoTooltipBeforeItMoves) {
+    control->SetTooltip("Select Next Waveform");
+    ASSERT_TRUE(User(MoveTo(kLeft + 150, kTop + 150)));
+    ASSERT_TRUE(Open());
+    ASSERT_TRUE(Recorded("over 150,150"));
+    EXPECT_TRUE(Ticks(30));
+    EXPECT_TRUE(host.Popups().empty());
+    ASSERT_TRUE(User({"mousemove_relative", "1", "0"}));
+    EXPECT_TRUE(Eventually([&] { return host.Popups().size() == 1; }));
+}
+
 TEST_F(EditorWindow, NoTooltipIsShownWhenTheyAreOff) {
     control->SetTooltip("Select Next Waveform");
     graphics->EnableTooltips(false);
