@@ -33,7 +33,7 @@ protected:
     }
 
     void TearDown() override {
-        graphics->CloseWindow();
+        EditorWindow::TearDown();
         setenv("PATH", pathBefore.c_str(), 1);
         fs::remove_all(folder);
     }

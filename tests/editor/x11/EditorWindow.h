@@ -29,6 +29,11 @@ protected:
         ASSERT_TRUE(host.Works());
     }
 
+    /// Before anything that the controls' actions use is gone.
+    void TearDown() override {
+        if (graphics != nullptr) graphics->CloseWindow();
+    }
+
     /// A point of the editor on the screen.
     [[nodiscard]] static std::vector<std::string> At(int x, int y) { return MoveTo(kLeft + x, kTop + y); }
 

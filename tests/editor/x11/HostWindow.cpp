@@ -170,6 +170,11 @@ xcb_window_t HostWindow::Focus() {
     return reply != nullptr ? reply->focus : xcb_window_t{XCB_NONE};
 }
 
+void HostWindow::MapKey(int code, xcb_keysym_t symbol) {
+    xcb_change_keyboard_mapping(connection, 1, static_cast<xcb_keycode_t>(code), 1, &symbol);
+    Sync();
+}
+
 void HostWindow::TakeFocus() {
     xcb_set_input_focus(connection, XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
     Sync();

@@ -54,6 +54,9 @@ public:
     /// Where the mouse is on the screen: L and T.
     [[nodiscard]] IRECT Mouse();
 
+    /// Gives a key of the display's keyboard another symbol.
+    void MapKey(int code, xcb_keysym_t symbol);
+
     [[nodiscard]] xcb_window_t Focus();
     void TakeFocus();
 

@@ -38,9 +38,11 @@ XServer::XServer(const std::string& screen, const std::vector<std::string>& opti
     posix_spawn_file_actions_init(&actions);
     constexpr int kNumberFd = 9;
     posix_spawn_file_actions_adddup2(&actions, ends[1], kNumberFd);
+    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
     posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
-    std::vector<std::string> words = {"Xvfb",      "-displayfd", "9",        "-screen", "0", screen,
-                                      "-nolisten", "tcp",        "-noreset", "-dpi",    "96"};
+    // It ends with its last client, so that a test that is killed leaves none behind.
+    std::vector<std::string> words = {"Xvfb",      "-displayfd", "9",          "-screen", "0", screen,
+                                      "-nolisten", "tcp",        "-terminate", "-dpi",    "96"};
     words.insert(words.end(), options.begin(), options.end());
     std::vector<char*> arguments;
     arguments.reserve(words.size() + 1);
