@@ -19,10 +19,9 @@ std::vector<BlockEvent> KeyEvents(const RepeatedKey& key, std::int64_t position,
     // Beats are counted in halves of a second: the even ones strike, the odd ones release.
     for (std::int64_t beat = (position + half - 1) / half; beat * half < position + frames; ++beat) {
         const auto offset = static_cast<int>(beat * half - position);
-        if (beat % 2 == 0)
-            events.push_back({offset, {kNoteOn, note, static_cast<std::uint8_t>(key.velocity)}});
-        else
-            events.push_back({offset, {kNoteOff, note, 0}});
+        const bool strikes = beat % 2 == 0;
+        const auto velocity = static_cast<std::uint8_t>(strikes ? key.velocity : 0);
+        events.push_back({offset, {strikes ? kNoteOn : kNoteOff, note, velocity}});
     }
     return events;
 }

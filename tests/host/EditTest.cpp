@@ -23,8 +23,7 @@
 #include <set>
 #include <spawn.h>
 #include <thread>
-
-extern char** environ;
+#include <unistd.h>
 
 using namespace Grimworks;
 using namespace Grimworks::Testing;
