@@ -145,6 +145,11 @@ bool IPlugBase::SetParameterFromText(int id, std::string_view text) {
     return true;
 }
 
+void IPlugBase::TellProgramChange() {
+    const HostNews guard(*this);
+    news->AddPrograms();
+}
+
 void IPlugBase::SendAllParameters() {
     const HostNews guard(*this);
     for (int id = 0; id < ParameterCount(); ++id)

@@ -247,6 +247,9 @@ public:
     [[nodiscard]] bool TakeProgramFile(const ByteChunk& file);
 
 protected:
+    /// Has the host read its display again once the lock is free (see HostNews).
+    void TellProgramChange();
+
     /// Takes a rate in Hz; the caller sees to Reset.
     void StoreSampleRate(double rate) { sampleRate = rate; }
     void StoreBlockSize(int frames) { blockSize = frames; }

@@ -151,7 +151,7 @@ bool IPlugBase::LoadProgramFromFXP(const std::string& path) {
     ByteChunk file;
     file.Assign(bytes);
     if (!TakeProgramFile(file)) return false;
-    InformHostOfProgramChange();
+    TellProgramChange();
     return true;
 }
 

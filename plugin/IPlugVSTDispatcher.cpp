@@ -169,7 +169,7 @@ std::intptr_t IPlugVST::DispatchProgram(const Call& call) {
     case PlugOp::SetProgramName:
         if (call.ptr == nullptr) return 0;
         ModifyCurrentPreset(HostText(call.ptr));
-        InformHostOfProgramChange();
+        TellProgramChange();
         return 0;
     case PlugOp::GetProgramName:
         return GiveText(call.ptr, PresetName(CurrentPreset()), kShortTextLength);

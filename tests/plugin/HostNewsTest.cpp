@@ -1,9 +1,13 @@
 #include "plugin/HostNews.h"
 
+#include "tests/plugin/AllocationCounter.h"
 #include "tests/plugin/TestPlug.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <stdexcept>
+#include <string>
 #include <thread>
 
 namespace Grimworks {
@@ -42,11 +46,13 @@ private:
 
 /// A chain with its host, which remembers what it was told and whether the lock was free then.
 struct ChainAndHost {
+    static constexpr int kPrograms = -1; ///< stands in `told` for the news of programs
+
     explicit ChainAndHost(int last) : plug(TestHost::AudioMaster, last) {
         host.Attach(plug.Effect());
         host.reaction = [this](const TestHost::HostCall& call) {
-            if (call.opcode != HostOp::Automate) return;
-            told.push_back(call.index);
+            if (call.opcode != HostOp::Automate && call.opcode != HostOp::UpdateDisplay) return;
+            told.push_back(call.opcode == HostOp::Automate ? call.index : kPrograms);
             wasFree.push_back(IsLockFree(plug));
         };
     }
@@ -113,6 +119,71 @@ TEST(HostNews, AProgramOfTheHostTellsWhatFollowsWithTheLockFree) {
     effect->dispatcher(effect, PlugOp::SetProgram, 0, 0, nullptr, 0.0F);
     EXPECT_EQ(both.told, std::vector<int>{1});
     EXPECT_EQ(both.wasFree, std::vector<bool>{true});
+}
+
+TEST(HostNews, ANewProgramNameIsToldWithTheLockFree) {
+    ChainAndHost both(0);
+    AEffect* effect = both.plug.Effect();
+    char name[] = "Boom";
+    effect->dispatcher(effect, PlugOp::SetProgramName, 0, 0, name, 0.0F);
+    EXPECT_EQ(both.told, std::vector<int>{ChainAndHost::kPrograms});
+    EXPECT_EQ(both.wasFree, std::vector<bool>{true});
+}
+
+TEST(HostNews, AProgramFileIsToldOnceTheWholeCallIsOver) {
+    const std::string path = testing::TempDir() + "host-news.fxp";
+    ChainAndHost both(1);
+    ASSERT_TRUE(both.plug.SaveProgramAsFXP(path));
+    both.told.clear();
+    both.wasFree.clear();
+    {
+        const HostNews call(both.plug);
+        EXPECT_TRUE(both.plug.LoadProgramFromFXP(path));
+        EXPECT_TRUE(both.told.empty());
+    }
+    EXPECT_EQ(both.told, (std::vector<int>{1, ChainAndHost::kPrograms})) << "programs last, and once";
+    EXPECT_EQ(both.wasFree, std::vector<bool>(2, true));
+    std::filesystem::remove(path);
+}
+
+TEST(HostNews, AHostThatThrowsHearsNoMoreAndThePlugInGoesOn) {
+    ChainAndHost both(2);
+    int calls = 0;
+    both.host.reaction = [&calls](const TestHost::HostCall& call) {
+        if (call.opcode == HostOp::Automate && ++calls == 1) throw std::runtime_error("host");
+    };
+    both.plug.SetParameterFromGUI(0, 0.25);
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(both.plug.GetParameterNormalized(2), 0.25);
+    EXPECT_TRUE(IsLockFree(both.plug));
+    both.plug.SetParameterFromGUI(0, 0.75);
+    EXPECT_EQ(calls, 4) << "the next news are told as ever";
+}
+
+TEST(HostNews, ParametersThatTheHostSetsWhileItIsToldKeepWhatItSet) {
+    ChainAndHost both(1);
+    both.host.reaction = [&both](const TestHost::HostCall& call) {
+        if (call.opcode != HostOp::Automate) return;
+        both.told.push_back(call.index);
+        if (both.told.size() == 1) both.plug.Effect()->setParameter(both.plug.Effect(), 0, 0.75F);
+    };
+    both.plug.SetParameterFromGUI(0, 0.25);
+    EXPECT_EQ(both.told, (std::vector<int>{0, 1, 1}));
+    EXPECT_EQ(both.plug.GetParameterNormalized(0), 0.75);
+    EXPECT_EQ(both.plug.GetParameterNormalized(1), 0.75);
+    EXPECT_TRUE(IsLockFree(both.plug));
+}
+
+TEST(HostNews, AsManyNewsAsAChangeMakesNeedNoMemory) {
+    if (!kCountsAllocations) GTEST_SKIP() << "allocations are not counted here";
+    ChainAndHost both(15);
+    both.host.keepsCalls = false;
+    int calls = 0;
+    both.host.reaction = [&calls](const TestHost::HostCall&) { ++calls; };
+    const long before = AllocationCount();
+    both.plug.SetParameterFromPlug(0, 0.25);
+    EXPECT_EQ(AllocationCount(), before);
+    EXPECT_EQ(calls, 16);
 }
 
 TEST(HostNews, ValueIsTheOneThatWasTaken) {
