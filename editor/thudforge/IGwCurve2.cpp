@@ -32,6 +32,7 @@ IGwCurve2::IGwCurve2(ThudForge* instrument, const IRECT& rectangle, int points, 
     const int halfHeight = rectangle.H() / 2;
     const double half = halfHeight;
     line = {rectangle, static_cast<double>(rectangle.W()), half, half, points, true};
+    dblAsSingleClick = true; // strokes may follow each other quickly
     if (drawable) plug->SetDrawnCurveWidth(rectangle.W());
     FillMenu(menu);
 }
@@ -55,10 +56,6 @@ void IGwCurve2::OnMouseDrag(int x, int y, int dX, int /*dY*/, const IMouseMod& m
     if (!mod.L || !drawable || x < rect.L || x >= rect.R) return;
     plug->DragCurve(x - rect.L, ValueAt(y), dX);
     RedrawBoth();
-}
-
-void IGwCurve2::OnMouseDblClick(int x, int y, const IMouseMod& mod) {
-    OnMouseDown(x, y, mod);
 }
 
 void IGwCurve2::RedrawBoth() {

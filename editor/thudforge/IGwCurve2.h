@@ -23,8 +23,6 @@ public:
 
     void OnMouseDown(int x, int y, const IMouseMod& mod) override;
     void OnMouseDrag(int x, int y, int dX, int dY, const IMouseMod& mod) override;
-    /// A click like any other.
-    void OnMouseDblClick(int x, int y, const IMouseMod& mod) override;
     bool Draw(IGraphics& canvas) override;
 
     /// Another display that is to be redrawn with this one; may be null.

@@ -167,6 +167,16 @@ TEST(IGwCurve2, ADragDrawsAndFillsAhead) {
     EXPECT_NE(rig.Values()[15], 0.5);
 }
 
+TEST(IGwCurve2, AStrokeThatStartsWithASecondClickIsDrawnLikeAnyOther) {
+    CurveRig rig;
+    rig.graphics.OnMouseDown(837 + 10, 391 + 64, kLeftDown);
+    rig.graphics.OnMouseUp(837 + 10, 391 + 64, kLeftDown);
+    rig.graphics.OnMouseDblClick(837 + 10, 391 + 32, kLeftDown);
+    EXPECT_EQ(rig.Values()[10], -0.5);
+    rig.graphics.OnMouseDrag(837 + 20, 391 + 96, 10, 64, kLeftDown);
+    EXPECT_EQ(rig.Values()[20], 0.5);
+}
+
 TEST(IGwCurve2, ADragBeyondTheEdgeLeavesTheDrawingAlone) {
     CurveRig rig;
     rig.graphics.OnMouseDown(960, 450, kLeftDown);
