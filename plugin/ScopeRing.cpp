@@ -13,6 +13,7 @@ namespace {
 constexpr auto kRelaxed = std::memory_order_relaxed;
 constexpr double kEntriesASecond = 1000.0;
 constexpr double kZoomStep = 0.1;
+constexpr int kManySteps = 1000; // from one limit to the other and far beyond
 constexpr int kMinPercent = 10;
 constexpr int kMaxPercent = 400;
 
@@ -80,7 +81,7 @@ void ScopeRing::SetFrozen(bool on) {
 }
 
 void ScopeRing::SetZoom(bool zoomIn, int amount) {
-    const double change = amount * kZoomStep;
+    const double change = std::clamp(amount, -kManySteps, kManySteps) * kZoomStep;
     const int percentChange = static_cast<int>(std::floor(change * 100.0));
     zoom.store(Clamp(zoomIn ? Zoom() - change : Zoom() + change, kMinZoom, kMaxZoom), kRelaxed);
     const int shown = zoomIn ? ZoomPercent() + percentChange : ZoomPercent() - percentChange;

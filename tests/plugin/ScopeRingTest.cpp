@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <limits>
 #include <vector>
 
 namespace Grimworks {
@@ -205,6 +206,16 @@ TEST(ScopeRing, AtItsLimitTheZoomStaysAndThePercentIsStillClamped) {
     EXPECT_EQ(ring.Zoom(), 0.1);
     EXPECT_EQ(ring.ZoomPercent(), 400);
     ring.SetZoom(false, 100);
+    EXPECT_EQ(ring.Zoom(), 4.0);
+    EXPECT_EQ(ring.ZoomPercent(), 10);
+}
+
+TEST(ScopeRing, AnyNumberOfStepsEndsAtALimit) {
+    ScopeRing ring;
+    ring.SetZoom(true, std::numeric_limits<int>::max());
+    EXPECT_EQ(ring.Zoom(), 0.1);
+    EXPECT_EQ(ring.ZoomPercent(), 400);
+    ring.SetZoom(true, std::numeric_limits<int>::min());
     EXPECT_EQ(ring.Zoom(), 4.0);
     EXPECT_EQ(ring.ZoomPercent(), 10);
 }
