@@ -78,6 +78,9 @@ public:
     /// Queues note off, note on, control change and pitch wheel; everything else is dropped.
     void ProcessMidiMsg(const MidiMessage& message) override;
 
+    /// The editor takes the host's name at its next tick.
+    void OnHostIdentified() override { hostIdentified.store(true, std::memory_order_release); }
+
     bool SerializeState(ByteChunk& chunk) override;
     int UnserializeState(const ByteChunk& chunk, int position) override;
     [[nodiscard]] bool CompareState(std::span<const std::uint8_t> data, int position) override;
@@ -120,6 +123,11 @@ public:
 
     /// The host's tempo when the instrument last asked for it; any thread.
     [[nodiscard]] double ShownTempo() const { return shownTempo.load(std::memory_order_relaxed); }
+
+    /// True once after the host became known; any thread.
+    [[nodiscard]] bool TakeHostIdentified() {
+        return hostIdentified.exchange(false, std::memory_order_acquire);
+    }
 
     /// Chooses what the callback leaves for the displays and blanks the scope when its page comes up; a
     /// number outside Page does nothing. The editor follows at its next tick. Any thread.
@@ -300,6 +308,7 @@ private:
     std::atomic<bool> curveChanged{false};
     std::atomic<bool> previewChanged{false};
     std::atomic<bool> activeFlag{false};
+    std::atomic<bool> hostIdentified{false};
     bool resetDone = false;
     std::unique_ptr<IGraphics> graphics;
     std::unique_ptr<ThudForgeEditor> panels; ///< after the graphics: it goes first

@@ -75,6 +75,14 @@ bool IGwHostInfoText::Draw(IGraphics& canvas) {
     return ITextControl::Draw(canvas);
 }
 
+IGwHostNameText::IGwHostNameText(ThudForge* instrument, const IRECT& rectangle, const IText& style,
+                                 std::string_view first)
+    : ITextControl(instrument, rectangle, style, first), plug(instrument) {}
+
+void IGwHostNameText::OnGUIIdle() {
+    if (plug->TakeHostIdentified()) SetTextFromPlug(plug->HostInfo());
+}
+
 IGwVuEyeDrawer::IGwVuEyeDrawer(ThudForge* instrument, const IRECT& rectangle, bool left)
     : IControl(instrument, rectangle), plug(instrument), leftEye(left) {}
 

@@ -50,6 +50,19 @@ private:
     ThudForge* plug; ///< not owned
 };
 
+/// Name and version of the host.
+class IGwHostNameText final : public ITextControl {
+public:
+    IGwHostNameText(ThudForge* instrument, const IRECT& rectangle, const IText& style,
+                    std::string_view first = {});
+
+    /// Tells who the host is as soon as the instrument knows.
+    void OnGUIIdle() override;
+
+private:
+    ThudForge* plug; ///< not owned
+};
+
 /// One of two eyes that glow with the level of a channel.
 class IGwVuEyeDrawer final : public IControl {
 public:

@@ -152,7 +152,9 @@ IColor SectionColor(Section section) {
     return {255, 236, 239, 242};
 }
 
-IText TextOf(TextStyle style) {
+namespace {
+
+IText LookOf(TextStyle style) {
     const IColor labelColor{255, 176, 184, 192};
     const IColor valueColor{255, 230, 234, 238};
     const IColor glassColor{255, 214, 226, 234};
@@ -177,6 +179,8 @@ IText TextOf(TextStyle style) {
         return {13, glassColor, IText::AlignNear};
     case TextStyle::InfoRight:
         return {13, glassColor, IText::AlignFar};
+    case TextStyle::HostName:
+        return {13, labelColor, IText::AlignCenter};
     case TextStyle::Zoom:
         return {13, glassColor, IText::AlignCenter, IText::StyleBold};
     case TextStyle::Help:
@@ -189,6 +193,16 @@ IText TextOf(TextStyle style) {
     return {};
 }
 
+} // namespace
+
+IText TextOf(TextStyle style) {
+    IText text = LookOf(style);
+    // What is typed stands on a ground that is lighter than glass, as dark as the panels otherwise.
+    text.textEntryBGColor = {255, 46, 51, 58};
+    text.textEntryFGColor = {255, 255, 255, 255};
+    return text;
+}
+
 bool TakesMouse(ControlKind kind) {
     switch (kind) {
     case ControlKind::Bitmap:
@@ -196,6 +210,7 @@ bool TakesMouse(ControlKind kind) {
     case ControlKind::NoteText:
     case ControlKind::MaxLevelText:
     case ControlKind::HostInfoText:
+    case ControlKind::HostNameText:
     case ControlKind::WavePicture:
     case ControlKind::PitchPicture:
     case ControlKind::EnvelopePicture:

@@ -85,6 +85,7 @@ enum class ControlKind : int {
     ResetButton,     ///< IGwResetButton
     MaxLevelText,    ///< IGwMaxLevelText, first text `text`; takes no mouse
     HostInfoText,    ///< IGwHostInfoText; takes no mouse
+    HostNameText,    ///< IGwHostNameText, first text `text`; takes no mouse
     WaveDrawer,      ///< IGwWaveDrawer
     FreezeButton,    ///< IGwFreezeButton
     ZoomText,        ///< IZoomTextControl, first text `text`
@@ -108,6 +109,7 @@ enum class TextStyle : int {
     Number,      ///< number of a wave, at the right edge of its title
     Info,        ///< info line, left
     InfoRight,   ///< info line, right
+    HostName,    ///< the host, on the about page
     Zoom,        ///< zoom in percent
     Link,        ///< web links
     Help,        ///< explanations below the scope

@@ -27,11 +27,11 @@ struct HelpLine {
 
 constexpr std::array<HelpLine, 6> kScopeHelp{
     {{"OUTPUT", "What leaves the instrument: the left channel above, the right channel below."},
-     {"LFO 1 - 3", "The LFOs of the three oscillators, as the newest note has them."},
+     {"LFO 1 - 3", "The LFOs of the three oscillators, as one of the sounding notes has them."},
      {"VOL. ENV, FILTER ENV", "The two envelopes, all sounding notes together."},
      {"FREEZE", "Keeps the picture while the sound goes on."},
      {"ZOOM", "One second at 100 %. Mouse wheel or buttons; the right button takes larger steps."},
-     {"OUTLINE", "Traces as lines, half filled or filled."}}};
+     {"FILL", "Traces as lines, half filled or filled."}}};
 
 void AddScopeHelp(Panel& panel) {
     constexpr int kTop = 504;
@@ -125,6 +125,10 @@ Panel AboutPanel() {
     list.push_back(Picture(Bitmap::VstLogo, kMiddle - 88, 750, 176, 44));
     AddLink(panel, Bitmap::WebIcon, kMiddle - 142, 0, "Visit our site", "Visit GrimWorks");
     AddLink(panel, Bitmap::LikeIcon, kMiddle + 16, 1, "Like us on FB!", "Like GrimWorks");
+    PlacedControl host = Plain(ControlKind::HostNameText, Bitmap::None, Sized(kMiddle - 230, 727, 460, 16));
+    host.text = "64-bit Plugin Host: Unknown (v0.0.0)";
+    host.style = TextStyle::HostName;
+    list.push_back(host);
     list.push_back(Plain(ControlKind::Eye, Bitmap::None, Sized(kMiddle - 78, 180, 56, 40), 1));
     list.push_back(Plain(ControlKind::Eye, Bitmap::None, Sized(kMiddle + 22, 180, 56, 40), 0));
     return panel;

@@ -78,6 +78,8 @@ MadeControl MakeMeter(PanelContext& context, const PlacedControl& placed) {
         return std::make_unique<IGwMaxLevelText>(instrument, placed.rect, look, placed.text);
     case ControlKind::HostInfoText:
         return std::make_unique<IGwHostInfoText>(instrument, placed.rect, look);
+    case ControlKind::HostNameText:
+        return std::make_unique<IGwHostNameText>(instrument, placed.rect, look, placed.text);
     case ControlKind::ZoomText:
         return std::make_unique<IZoomTextControl>(instrument, placed.rect, look, placed.text);
     case ControlKind::Eye:

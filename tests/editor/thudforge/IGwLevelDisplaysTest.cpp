@@ -8,6 +8,7 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 namespace Grimworks {
@@ -107,6 +108,30 @@ TEST(IGwHostInfoText, TellsRateTempoAndBlockSize) {
     effect->dispatcher(effect, PlugOp::SetBlockSize, 0, 64, nullptr, 0.0F);
     graphics.RunTick();
     EXPECT_EQ(text.String(), "HOST SAMPLE RATE: 96000.00 Hz    TEMPO: 174.500 BPM    BLOCKSIZE: 64 samples");
+}
+
+TEST(IGwHostNameText, TellsTheHostAsSoonAsItIsKnown) {
+    const auto host = [](AEffect*, std::int32_t opcode, std::int32_t, std::intptr_t, void* ptr,
+                         float) -> std::intptr_t {
+        if (opcode == HostOp::GetVendorVersion) return 60312;
+        if (opcode != HostOp::GetProductString) return 0;
+        std::memcpy(ptr, "REAPER", sizeof "REAPER");
+        return 1;
+    };
+    ThudForge plug(host);
+    HeadlessGraphics graphics(plug);
+    auto& text = graphics.Attach<IGwHostNameText>(&plug, kLine, IText(), "nobody");
+    graphics.Settle();
+    EXPECT_EQ(text.String(), "nobody");
+    AEffect* const effect = plug.Effect();
+    effect->dispatcher(effect, PlugOp::Open, 0, 0, nullptr, 0.0F);
+    EXPECT_EQ(text.String(), "nobody"); // the host's thread touches no control
+    graphics.Tick();
+    EXPECT_EQ(text.String(), "64-bit Plugin Host: Reaper (v6.3.12)");
+    EXPECT_TRUE(text.IsDirty());
+    graphics.Settle();
+    graphics.Tick();
+    EXPECT_FALSE(text.IsDirty());
 }
 
 TEST(IGwVuEyeDrawer, EyesGlowWithTheLevelOfTheirChannelAndAreMirrored) {

@@ -365,6 +365,9 @@ TEST(Layout, NamesOnGlassFitTheirFieldBetweenTheArrows) {
         {ControlKind::HostInfoText,
          499,
          {"HOST SAMPLE RATE: 192000.00 Hz    TEMPO: 120.000 BPM    BLOCKSIZE: 16384 samples"}},
+        {ControlKind::HostNameText,
+         460,
+         {"64-bit Plugin Host: Unknown (v0.0.0)", "64-bit Plugin Host: VST3PluginTestHost (v65535.255.255)"}},
         {ControlKind::ZoomText, 96, {"400 %"}},
     };
     for (const Field& field : fields) {
