@@ -24,13 +24,15 @@ function(thudforge_embeds_pictures source)
     set_source_files_properties(${CMAKE_SOURCE_DIR}/${source} PROPERTIES OBJECT_DEPENDS "${files}")
 endfunction()
 
-# Makes a library from a file of Windows resources, which embeds the same: link it to what needs them.
+# Makes a library from a file of Windows resources: link it to what is to carry them. The warning flags of the project
+# mean nothing to the compiler of resources, so they stay away from it.
 function(thudforge_resources target source)
     enable_language(RC)
-    thudforge_embeds_pictures(${source})
+    set_property(SOURCE ${CMAKE_SOURCE_DIR}/${source} APPEND PROPERTY OBJECT_DEPENDS
+        "${CMAKE_SOURCE_DIR}/resources/Version.inc;${CMAKE_SOURCE_DIR}/resources/ThudForge.ico")
     add_library(${target}_object OBJECT ${CMAKE_SOURCE_DIR}/${source})
     target_include_directories(${target}_object PRIVATE
-        ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/resources/img/grimworks)
+        ${CMAKE_BINARY_DIR} ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/resources/img/grimworks)
     target_compile_definitions(${target}_object PRIVATE
         VERSION_MAJOR=${PROJECT_VERSION_MAJOR} VERSION_MINOR=${PROJECT_VERSION_MINOR}
         VERSION_PATCH=${PROJECT_VERSION_PATCH})

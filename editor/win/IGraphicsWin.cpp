@@ -55,6 +55,7 @@ bool IGraphicsWin::OpenWindow(void* parent) {
         GiveClassBack();
         return false;
     }
+    DeliverParameters(); // the first picture shows them already
     SetAllControlsDirty();
     if (TooltipsEnabled()) MakeTooltip();
     return true;

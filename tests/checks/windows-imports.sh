@@ -12,7 +12,8 @@ for file in "$@"; do
     while read -r library; do
         echo "${file##*/} imports $library"
         case ${library^^} in
-        KERNEL32.DLL | USER32.DLL | GDI32.DLL | ADVAPI32.DLL | SHELL32.DLL | OLE32.DLL | COMDLG32.DLL | MSVCRT.DLL) ;;
+        ADVAPI32.DLL | COMCTL32.DLL | COMDLG32.DLL | GDI32.DLL | KERNEL32.DLL | MSVCRT.DLL | OLE32.DLL | SHELL32.DLL) ;;
+        USER32.DLL | WININET.DLL) ;;
         *)
             echo "$library is not part of Windows"
             failed=1

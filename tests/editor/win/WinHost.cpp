@@ -50,6 +50,8 @@ WinHost::WinHost(int x, int y, int width, int height) {
                              height, nullptr, nullptr, GetModuleHandleA(nullptr), this);
     SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SetForegroundWindow(window);
+    constexpr UINT kTickTime = 20; // milliseconds
+    SetTimer(window, 1, kTickTime, nullptr);
 }
 
 WinHost::~WinHost() {
@@ -73,6 +75,10 @@ LRESULT CALLBACK WinHost::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPAR
     auto* host = reinterpret_cast<WinHost*>(GetWindowLongPtrA(hwnd, GWLP_USERDATA));
     if (host != nullptr && message == WM_KEYDOWN) host->keys.push_back("down " + std::to_string(wParam));
     if (host != nullptr && message == WM_KEYUP) host->keys.push_back("up " + std::to_string(wParam));
+    if (host != nullptr && message == WM_TIMER && host->onTick) {
+        const auto tick = host->onTick; // it may put another one in its place
+        tick();
+    }
     if (message == WM_CLOSE) {
         if (host != nullptr) ++host->closes;
         return 0;

@@ -32,6 +32,8 @@ public:
 
     std::vector<std::string> keys; ///< "down 65" and so on
     int closes = 0;                ///< times that it was asked to close
+    std::function<void()>
+        onTick; ///< called 50 times a second while messages run, behind menus and dialogs too
 
 private:
     static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
