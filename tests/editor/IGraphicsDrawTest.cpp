@@ -1,4 +1,5 @@
 #include "editor/IGraphics.h"
+#include "editor/LICE_IFont.h"
 
 #include "tests/editor/Canvas.h"
 #include "tests/editor/FakePlug.h"
@@ -124,6 +125,7 @@ TEST_F(IGraphicsDraw, FrameOffsetIsRounded) {
 TEST_F(IGraphicsDraw, OneFrameIsAlwaysDrawnFromOffsetZero) {
     Strip strip(1, 6, 1);
     for (const int frame : {-3, 0, 1, 2, 5}) {
+        LICE_Clear(&graphics.DrawBuffer(), kBlack);
         graphics.DrawBitmapFrame(strip.bitmap, {0, 0, 1, 6}, frame);
         EXPECT_EQ(graphics.Pixel(0, 0), LICE_RGBA(1, 1, 0, 255)) << frame;
     }
@@ -131,7 +133,7 @@ TEST_F(IGraphicsDraw, OneFrameIsAlwaysDrawnFromOffsetZero) {
 
 TEST_F(IGraphicsDraw, FrameZeroIsTheFirst) {
     Strip strip(1, 6, 3);
-    graphics.DrawBitmapFrame(strip.bitmap, {0, 0, 1, 2}, 0);
+    EXPECT_TRUE(graphics.DrawBitmapFrame(strip.bitmap, {0, 0, 1, 2}, 0));
     EXPECT_EQ(graphics.Pixel(0, 0), LICE_RGBA(1, 1, 0, 255));
 }
 
@@ -243,6 +245,52 @@ TEST_F(IGraphicsDraw, TextIsDrawnWhereItWasMeasured) {
         EXPECT_EQ(ink.Union(rect), rect) << align;
         EXPECT_GE(ink.W(), rect.W() - 3) << align;
     }
+}
+
+/// Remembers how it was asked to draw.
+class RecordingFont final : public LICE_IFont {
+public:
+    explicit RecordingFont(std::vector<unsigned>& askedFlags) : asked(askedFlags) {}
+    void SetTextColor(LICE_pixel) override {}
+    [[nodiscard]] int LineHeight() const override { return 1; }
+    int DrawText(LICE_IBitmap*, std::string_view, IRECT&, unsigned flags) override {
+        asked.push_back(flags);
+        return 1;
+    }
+
+private:
+    std::vector<unsigned>& asked;
+};
+
+TEST_F(IGraphicsDraw, AlignmentAndTranslucenceReachTheFont) {
+    // The cache keeps the font for good, and so its record.
+    static std::vector<unsigned> asked;
+    class RecordingGraphics final : public HeadlessGraphics {
+    public:
+        using HeadlessGraphics::HeadlessGraphics;
+
+    protected:
+        std::unique_ptr<LICE_IFont> MakeFont(const IText&) override {
+            return std::make_unique<RecordingFont>(asked);
+        }
+    };
+    asked.clear();
+    RecordingGraphics recording(plug, 12, 8);
+    IText text(8, red);
+    text.font = "Recorded";
+    for (const int align : {IText::AlignNear, IText::AlignCenter, IText::AlignFar}) {
+        text.align = align;
+        recording.DrawIText(text, "A", {0, 0, 12, 8});
+    }
+    text.align = IText::AlignNear;
+    text.color.A = 254;
+    recording.DrawIText(text, "A", {0, 0, 12, 8});
+    IRECT rect(0, 0, 12, 8);
+    recording.MeasureIText(text, "A", rect);
+    const unsigned native = LICE_TextNative;
+    EXPECT_EQ(asked, (std::vector<unsigned>{native, native | LICE_TextCenter, native | LICE_TextRight,
+                                            native | LICE_TextWantAlpha,
+                                            native | LICE_TextWantAlpha | LICE_TextCalcRect}));
 }
 
 TEST_F(IGraphicsDraw, FontsAreSharedByAllEditors) {

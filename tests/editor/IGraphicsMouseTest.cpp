@@ -161,6 +161,14 @@ TEST_F(IGraphicsMouse, RightButtonOpensTheHostsMenuWhereTheHostHasOne) {
     EXPECT_EQ(TakeLog(), (Log{"begin 3", "knob down at 5,5"}));
 }
 
+TEST_F(IGraphicsMouse, HostsMenuIsForParametersOnly) {
+    plug.host = kHostWithParamMenu;
+    Attach({0, 0, 50, 50}, "button");
+    graphics.OnMouseDown(5, 5, right);
+    EXPECT_EQ(TakeLog(), Log{"button right down at 5,5"});
+    EXPECT_EQ(graphics.MouseCapture(), 0);
+}
+
 TEST_F(IGraphicsMouse, RightButtonIsAnOrdinaryGestureInOtherHosts) {
     plug.host = 28;
     Attach({0, 0, 50, 50}, "knob", 3);
@@ -190,6 +198,14 @@ TEST_F(IGraphicsMouse, GestureWhoseReleaseWasLostEndsWithTheNextOne) {
                               "other up at 65,5", "end 4"}));
 }
 
+TEST_F(IGraphicsMouse, GestureWhoseReleaseWasLostEndsWithAClickBesideAllControls) {
+    Attach({0, 0, 50, 50}, "knob", 3);
+    graphics.OnMouseDown(5, 5, left);
+    graphics.OnMouseDown(70, 70, left);
+    graphics.OnMouseUp(70, 70, left);
+    EXPECT_EQ(TakeLog(), (Log{"begin 3", "knob down at 5,5", "end 3"}));
+}
+
 TEST_F(IGraphicsMouse, DoubleClickGoesToTheControl) {
     Attach({0, 0, 50, 50}, "knob", 3);
     EXPECT_FALSE(graphics.OnMouseDblClick(5, 5, left));
@@ -206,6 +222,26 @@ TEST_F(IGraphicsMouse, DoubleClickOfAButtonIsASecondMouseDownWithCapture) {
     EXPECT_EQ(graphics.MouseX(), 5);
     graphics.OnMouseUp(60, 60, left);
     EXPECT_EQ(TakeLog(), (Log{"begin 3", "button down at 5,5", "button up at 60,60", "end 3"}));
+}
+
+TEST_F(IGraphicsMouse, DoubleClickThatOpensAMenuEndsItsGestureAtOnce) {
+    Target& button = Attach({0, 0, 50, 50}, "button", 3);
+    button.TakeDoubleAsSingle();
+    button.onDown = [this] {
+        IPopupMenu menu;
+        graphics.CreateIPopupMenu(menu, {});
+    };
+    EXPECT_FALSE(graphics.OnMouseDblClick(5, 5, left)) << "nothing to capture the mouse for";
+    EXPECT_EQ(TakeLog(), (Log{"begin 3", "button down at 5,5", "end 3"}));
+}
+
+TEST_F(IGraphicsMouse, DoubleClickClearsCaptureAndMouseOver) {
+    Attach({0, 0, 50, 50}, "a");
+    graphics.OnMouseDown(5, 5, left);
+    graphics.OnMouseOver(5, 5, none);
+    graphics.OnMouseDblClick(5, 5, left);
+    EXPECT_EQ(graphics.MouseCapture(), -1);
+    EXPECT_EQ(graphics.MouseOverIndex(), -1);
 }
 
 TEST_F(IGraphicsMouse, OverAndOutFollowTheMouse) {

@@ -89,7 +89,29 @@ TEST_F(IGraphicsPrompt, MenuThatIsClosedWithoutAChoiceChangesNothing) {
     const IParam param = MakeChoice({"a", "b"});
     graphics.PromptUserInput(*field, param, rect);
     EXPECT_EQ(graphics.menusShown, 1);
+    graphics.onMenu = [](IPopupMenu& menu) { return &menu; };
+    graphics.PromptUserInput(*field, param, rect);
+    EXPECT_EQ(graphics.menusShown, 2);
     EXPECT_TRUE(field->values.empty());
+}
+
+TEST_F(IGraphicsPrompt, FirstRowIsTheLowestValue) {
+    IParam param = MakeParam(IParam::Type::Enum, 2.0, 4.0, 1.0);
+    for (int value = 2; value <= 4; ++value)
+        param.SetDisplayText(value, "octave " + std::to_string(value));
+    param.SetValue(3.0);
+    int checked = -1;
+    graphics.onMenu = [&](IPopupMenu& menu) {
+        for (int row = 0; row < menu.ItemCount(); ++row) {
+            if (menu.Item(row)->IsChecked()) checked = row;
+        }
+        EXPECT_EQ(menu.ShownText(0), "octave 2");
+        menu.SetChosenItem(2);
+        return &menu;
+    };
+    graphics.PromptUserInput(*field, param, rect);
+    EXPECT_EQ(checked, 1);
+    EXPECT_EQ(field->values, std::vector<double>{1.0});
 }
 
 TEST_F(IGraphicsPrompt, SwitchWithTwoNamesOpensAMenu) {

@@ -203,6 +203,23 @@ TEST_F(IGraphicsTest, WhatIsDrawnOutsideTheInvalidRectangleReachesTheScreenToo) 
     EXPECT_EQ(graphics.ScreenPixel(22, 22), LICE_RGBA(1, 2, 3, 255));
 }
 
+TEST_F(IGraphicsTest, DirtyBackgroundReachesTheWholeScreenWhateverIsInvalid) {
+    Settle();
+    background->color = {255, 1, 2, 3};
+    background->SetDirty(false);
+    graphics.Draw({0, 0, 3, 3});
+    EXPECT_EQ(graphics.shown, std::vector<IRECT>{IRECT(0, 0, kWidth, kHeight)});
+    EXPECT_EQ(graphics.ScreenPixel(kWidth - 1, kHeight - 1), LICE_RGBA(1, 2, 3, 255));
+}
+
+TEST_F(IGraphicsTest, BackgroundIsDrawnEvenWhenItIsHidden) {
+    Settle();
+    background->color = {255, 1, 2, 3};
+    background->Hide(true);
+    graphics.RunTick();
+    EXPECT_EQ(graphics.ScreenPixel(7, 7), LICE_RGBA(1, 2, 3, 255));
+}
+
 TEST_F(IGraphicsTest, ControlThatChangesDuringItsDrawStaysDirtyForOneTick) {
     Probe& control = Attach({5, 5, 15, 15});
     Settle();

@@ -54,6 +54,11 @@ TEST(IPopupMenu, PrefixNumbersTheRowsFromOne) {
     EXPECT_EQ(menu.ShownText(11), "012: row");
     menu.SetPrefix(4);
     EXPECT_EQ(menu.ShownText(11), "row");
+    menu.SetPrefix(IPopupMenu::PrefixTwoDigits);
+    menu.AddSeparator();
+    menu.AddItem("row");
+    EXPECT_EQ(menu.ShownText(12), "");
+    EXPECT_EQ(menu.ShownText(13), "14: row") << "a separator counts";
 }
 
 TEST(IPopupMenu, CheckMarksAndChoicesAreClearedInAllSubmenus) {

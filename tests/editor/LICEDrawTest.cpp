@@ -251,6 +251,21 @@ TEST(LICE_Blit, BlendsWithTheSourcesAlphaAndTheWeight) {
     EXPECT_EQ(canvas.At(1, 0), kBlack);
 }
 
+TEST(LICE_Blit, OneTranslucentPixelAmongOpaqueOnesIsBlendedWhereverItStands) {
+    constexpr int kWidth = 21;
+    for (int place = 0; place < kWidth; ++place) {
+        LICE_MemBitmap source(kWidth, 1);
+        for (int x = 0; x < kWidth; ++x)
+            source.getBits()[x] = x == place ? LICE_RGBA(255, 255, 255, 51) : LICE_RGBA(x, 100, 0, 255);
+        Canvas canvas(kWidth, 1);
+        LICE_Blit(canvas.Get(), &source, 0, 0, {0, 0, kWidth, 1});
+        for (int x = 0; x < kWidth; ++x) {
+            EXPECT_EQ(canvas.At(x, 0), x == place ? LICE_RGBA(51, 51, 51, 255) : LICE_RGBA(x, 100, 0, 255));
+        }
+        EXPECT_TRUE(canvas.IsMarginWhole());
+    }
+}
+
 TEST(LICE_Blit, CopyTakesPixelsAsTheyAre) {
     Numbered numbered(2, 1, 17);
     LICE_MemBitmap& source = numbered.bitmap;

@@ -147,6 +147,42 @@ TEST(LICE_CachedFont, GlyphIsRenderedOnceAndKept) {
     EXPECT_EQ(block.font.GlyphCount(), block.renders);
 }
 
+/// Glyphs of a system that draws texts itself, unless it is told not to.
+class NativeGlyphs final : public LICE_GlyphSource {
+public:
+    NativeGlyphs(int& nativeCount, bool canDraw) : count(nativeCount), can(canDraw) {}
+    LICE_Glyph Render(char32_t) override { return {std::vector<std::uint8_t>(4, 255), 2, 2, 0, 0, 2, 0}; }
+    [[nodiscard]] int LineHeight() const override { return 2; }
+    bool DrawNative(LICE_IBitmap&, std::u32string_view, const IRECT&, LICE_pixel, unsigned) override {
+        ++count;
+        return can;
+    }
+
+private:
+    int& count;
+    bool can;
+};
+
+TEST(LICE_CachedFont, SystemDrawsWhatIsNotToBeBlended) {
+    for (const bool can : {true, false}) {
+        int natively = 0;
+        LICE_CachedFont font(std::make_unique<NativeGlyphs>(natively, can));
+        font.SetTextColor(kRed);
+        Canvas canvas(4, 4);
+        IRECT rect(0, 0, 4, 4);
+        IRECT measured = rect;
+        font.DrawText(canvas.Get(), "A", measured, LICE_TextNative | LICE_TextCalcRect);
+        EXPECT_EQ(natively, 0) << "measuring draws nothing";
+        EXPECT_EQ(font.DrawText(canvas.Get(), "A", rect, LICE_TextNative), 2);
+        EXPECT_EQ(natively, 1);
+        EXPECT_EQ(InkOf(*canvas).Empty(), can) << "what the system cannot draw, the glyphs draw";
+        font.DrawText(canvas.Get(), "A", rect, LICE_TextNative | LICE_TextWantAlpha);
+        font.DrawText(canvas.Get(), "A", rect, LICE_TextLeft);
+        EXPECT_EQ(natively, 1);
+        EXPECT_EQ(InkOf(*canvas), IRECT(0, 0, 2, 2));
+    }
+}
+
 TEST(LICE_CachedFont, WithoutASourceItDrawsAndMeasuresNothing) {
     LICE_CachedFont font(nullptr);
     Canvas canvas(5, 5);
@@ -280,6 +316,38 @@ TEST(LICE_MakeFont, TurnedTextRunsUpward) {
     EXPECT_NEAR(ink.H(), level.W(), 3);
     EXPECT_EQ(ink.Union({upright.L - 1, upright.T - 1, upright.R + 1, upright.B + 1}),
               IRECT(upright.L - 1, upright.T - 1, upright.R + 1, upright.B + 1));
+}
+
+TEST(LICE_MakeFont, LinesOfATurnedTextFollowToTheRightAndAreAlignedTogether) {
+    IText look = Look(20);
+    look.orientation = 90;
+    const auto font = LICE_MakeFont(look);
+    font->SetTextColor(kWhite);
+    const auto drawn = [&font](std::string_view text, unsigned flags) {
+        Canvas canvas(200, 200);
+        IRECT rect(20, 20, 180, 180);
+        font->DrawText(canvas.Get(), text, rect, flags);
+        return InkOf(*canvas);
+    };
+    const int line = font->LineHeight();
+    const IRECT one = drawn("HHH", LICE_TextLeft);
+    const IRECT two = drawn("HHH\nHHH", LICE_TextLeft);
+    EXPECT_EQ(two, IRECT(one.L, one.T, one.R + line, one.B));
+    // The width of two lines ends at 180, or stands in the middle of 160.
+    const int right = 160 - 2 * line;
+    EXPECT_EQ(drawn("HHH\nHHH", LICE_TextRight), IRECT(two.L + right, two.T, two.R + right, two.B));
+    const int middle = right / 2;
+    EXPECT_EQ(drawn("HHH\nHHH", LICE_TextCenter), IRECT(two.L + middle, two.T, two.R + middle, two.B));
+    look.orientation = -90;
+    const auto down = LICE_MakeFont(look);
+    down->SetTextColor(kWhite);
+    Canvas canvas(200, 200);
+    IRECT rect(20, 20, 180, 180);
+    IRECT measured = rect;
+    down->DrawText(canvas.Get(), "HHH\nHHH", measured, LICE_TextCalcRect);
+    down->DrawText(canvas.Get(), "HHH\nHHH", rect, LICE_TextLeft);
+    EXPECT_EQ(InkOf(*canvas).Union(measured), measured) << "the first line stands to the right";
+    EXPECT_EQ(InkOf(*canvas).W(), two.W());
 }
 
 TEST(LICE_MakeFont, AnyFaceIsTheEmbeddedFamily) {
