@@ -11,8 +11,6 @@
 #include <thread>
 #include <unistd.h>
 
-extern char** environ;
-
 namespace Grimworks {
 
 namespace {
@@ -85,7 +83,7 @@ std::string ChildProcess::Find(std::string_view program) {
     std::string_view folders = variable != nullptr ? variable : "/usr/bin:/bin";
     while (!folders.empty()) {
         const std::size_t end = std::min(folders.find(':'), folders.size());
-        const std::string path = std::string(folders.substr(0, end)) + "/" + std::string(program);
+        std::string path = std::string(folders.substr(0, end)) + "/" + std::string(program);
         if (path.front() == '/' && access(path.c_str(), X_OK) == 0) return path;
         folders.remove_prefix(std::min(end + 1, folders.size()));
     }

@@ -104,6 +104,7 @@ void IGraphicsX11::Resize(int newWidth, int newHeight) {
 }
 
 void* IGraphicsX11::GetWindow() {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the interface carries the window's number as a pointer
     return reinterpret_cast<void*>(static_cast<std::uintptr_t>(windowId.load()));
 }
 

@@ -28,7 +28,7 @@ std::string FolderOf(std::string_view path) {
 }
 
 std::string UserConfig() {
-    const std::string named = Variable("XDG_CONFIG_HOME");
+    std::string named = Variable("XDG_CONFIG_HOME");
     if (!named.empty()) return named;
     const std::string home = Home();
     return home.empty() ? home : home + ".config/";
@@ -56,7 +56,7 @@ std::string Home() {
 }
 
 std::string Desktop() {
-    const std::string named = NamedDesktop();
+    std::string named = NamedDesktop();
     if (!named.empty()) return named;
     const std::string home = Home();
     return home.empty() ? home : home + "Desktop/";

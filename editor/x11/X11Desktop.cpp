@@ -108,7 +108,7 @@ std::string AskForFile(X11Window& window, const IRECT& size, const FileQuestion&
     while (window.Exists()) {
         text = AskForText(window, size, question.title, "Path of the file:", text);
         if (text.empty()) return {};
-        const std::string path = FullPath(text, question.dir);
+        std::string path = FullPath(text, question.dir);
         const bool exists = access(path.c_str(), F_OK) == 0;
         if (!question.save || !exists || MayOverwrite(window, size, path)) return path;
     }

@@ -81,19 +81,19 @@ void X11Dialog::LayOut() {
     const int most = std::max(kLeastWidth, overSize.W() * 3 / 4);
     lines = X11Style::Wrap(font, question.message, most - 2 * kMargin);
     const int buttons = static_cast<int>(question.buttons.size());
-    int width = std::max(kLeastWidth, buttons * (kButtonWidth + kButtonGap) + 2 * kMargin);
-    width = std::max(width, X11Style::WidthOf(Loop().Font(true), question.title) + 2 * kMargin);
+    const int buttonsWidth = buttons * (kButtonWidth + kButtonGap) - kButtonGap;
+    int width = std::max(kLeastWidth, X11Style::WidthOf(Loop().Font(true), question.title) + 2 * kMargin);
     for (const std::string& line : lines)
         width = std::max(width, X11Style::WidthOf(font, line) + 2 * kMargin);
     if (question.hasField) width = std::max(width, kFieldWidth);
-    width = std::min(width, most);
+    width = std::max(std::min(width, most), buttonsWidth + 2 * kMargin);
     int y = kTitleHeight + kMargin + static_cast<int>(lines.size()) * lineHeight + kMargin;
     if (question.hasField) {
         fieldRect = IRECT(kMargin, y, width - kMargin, y + kFieldHeight);
         y += kFieldHeight + kMargin;
     }
     buttonRects.clear();
-    int x = width - kMargin - buttons * kButtonWidth - (buttons - 1) * kButtonGap;
+    int x = width - kMargin - buttonsWidth;
     for (int i = 0; i < buttons; ++i) {
         buttonRects.emplace_back(x, y, x + kButtonWidth,
                                  y + kButtonHeight); // NOLINT(performance-inefficient-vector-operation)

@@ -34,7 +34,8 @@ bool X11Image::Share() {
     if (id < 0) return false;
     void* const memory = shmat(id, nullptr, 0);
     bool attached = false;
-    if (memory != reinterpret_cast<void*>(-1)) {
+    const bool mapped = reinterpret_cast<std::intptr_t>(memory) != -1;
+    if (mapped) {
         shared = memory;
         segment = xcb_generate_id(connection.Get());
         const X11Reply<xcb_generic_error_t> refused(

@@ -44,7 +44,8 @@ void X11Keyboard::Set(int first, int width, std::vector<std::uint32_t> layout) {
 
 std::uint32_t X11Keyboard::SymbolAt(std::uint8_t code, int column) const {
     if (column >= columns || code < firstCode) return 0;
-    const auto place = static_cast<std::size_t>((code - firstCode) * columns + column);
+    const auto key = static_cast<std::size_t>(code - firstCode);
+    const std::size_t place = key * static_cast<std::size_t>(columns) + static_cast<std::size_t>(column);
     return place < symbols.size() ? symbols[place] : 0;
 }
 

@@ -142,10 +142,10 @@ void X11Loop::Dispatch(const xcb_generic_event_t& event) {
     // Errors, of kind 0, are those of requests about a window that its parent took along: nothing to mend.
     const auto sink = sinks.find(X11WindowOf(event));
     if (sink == sinks.end()) return;
-    for (auto modal = modals.rbegin(); modal != modals.rend(); ++modal) {
-        if ((*modal)->TakesEvent(event)) return;
-    }
-    // Found again: a modal may have taken the window away.
+    const bool taken = std::any_of(modals.rbegin(), modals.rend(),
+                                   [&event](X11Modal* modal) { return modal->TakesEvent(event); });
+    if (taken) return;
+    // Found again: one of them may have taken the window away.
     const auto stillThere = sinks.find(X11WindowOf(event));
     if (stillThere != sinks.end()) stillThere->second->OnEvent(event);
 }

@@ -11,8 +11,6 @@
 #include <sys/wait.h>
 #include <thread>
 
-extern char** environ;
-
 namespace Grimworks {
 
 namespace {
@@ -54,7 +52,8 @@ HostWindow::~HostWindow() {
 }
 
 void* HostWindow::Parent() const {
-    return reinterpret_cast<void*>(static_cast<std::uintptr_t>(window));
+    // A host's interface carries the window's number as a pointer.
+    return reinterpret_cast<void*>(static_cast<std::uintptr_t>(window)); // NOLINT(performance-no-int-to-ptr)
 }
 
 void HostWindow::Destroy() {

@@ -35,6 +35,7 @@ TEST_F(EditorWindow, WithoutADisplayOpeningFails) {
 
 TEST_F(EditorWindow, InAWindowThatDoesNotExistOpeningFails) {
     EXPECT_FALSE(graphics->OpenWindow(nullptr));
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the interface carries the window's number as a pointer
     EXPECT_FALSE(graphics->OpenWindow(reinterpret_cast<void*>(std::uintptr_t{0x7777777})));
     EXPECT_FALSE(graphics->WindowIsOpen());
     EXPECT_TRUE(Open());
@@ -191,9 +192,10 @@ TEST_F(EditorWindow, ShowsTheWholeBackBufferAlsoInParts) {
     control->Hide(true);
     ground->onDraw = [](IGraphics& drawn) {
         LICE_IBitmap& buffer = drawn.DrawBuffer();
-        for (int y = 0; y < kHeight; ++y)
+        for (int y = 0; y < kHeight; ++y) {
             for (int x = 0; x < kWidth; ++x)
                 LICE_PutPixel(&buffer, x, y, LICE_RGBA(x * 7, y * 5, x ^ y, 255), 1.0F, LICE_Copy);
+        }
     };
     ASSERT_TRUE(Open());
     EXPECT_TRUE(Ticks(2));

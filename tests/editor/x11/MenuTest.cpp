@@ -200,10 +200,10 @@ TEST_F(MenuWindow, AClickOutsideOfTheHostClosesIt) {
 }
 
 TEST_F(MenuWindow, TheEditorTicksAndDrawsWhileItIsOpen) {
+    control->onTick = [](RecordingControl& ticking) { ticking.SetDirty(false); };
     ASSERT_TRUE(OpenMenu());
     EXPECT_TRUE(Ticks(3));
     record.Clear();
-    control->onTick = [](RecordingControl& ticking) { ticking.SetDirty(false); };
     EXPECT_TRUE(Eventually([&] { return record.CountOf("draw") >= 2; }));
     EXPECT_EQ(record.CountOf("chose"), 0);
 }

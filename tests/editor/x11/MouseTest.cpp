@@ -123,9 +123,10 @@ TEST_F(EditorWindow, TheTooltipComesWhereTheMouseRestsAndGoesWithAPress) {
     EXPECT_TRUE(Eventually([&] {
         host.Grab(host.Popups().front(), seen);
         int bright = 0;
-        for (int y = 0; y < seen.getHeight(); ++y)
+        for (int y = 0; y < seen.getHeight(); ++y) {
             for (int x = 0; x < seen.getWidth(); ++x)
                 bright += (LICE_GetPixel(&seen, x, y) & 0xFFU) > 160 ? 1 : 0;
+        }
         return bright > 50;
     }));
     ASSERT_TRUE(User({"mousedown", "1"}));

@@ -10,7 +10,7 @@ TEST_F(EditorWindow, OpensInsideTheHostsWindowInItsSize) {
     EXPECT_TRUE(graphics->WindowIsOpen());
     const auto editors = host.Editors();
     ASSERT_EQ(editors.size(), 1U);
-    EXPECT_EQ(graphics->GetWindow(), reinterpret_cast<void*>(static_cast<std::uintptr_t>(editors[0])));
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(graphics->GetWindow()), editors[0]);
     EXPECT_EQ(host.PlaceOf(editors[0]), IRECT(kLeft, kTop, kLeft + kWidth, kTop + kHeight));
     graphics->CloseWindow();
     EXPECT_FALSE(graphics->WindowIsOpen());
