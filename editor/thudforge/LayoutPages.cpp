@@ -125,7 +125,7 @@ Panel AboutPanel() {
     list.push_back(Picture(Bitmap::VstLogo, kMiddle - 88, 750, 176, 44));
     AddLink(panel, Bitmap::WebIcon, kMiddle - 142, 0, "Visit our site", "Visit GrimWorks");
     AddLink(panel, Bitmap::LikeIcon, kMiddle + 16, 1, "Like us on FB!", "Like GrimWorks");
-    PlacedControl host = Plain(ControlKind::HostNameText, Bitmap::None, Sized(kMiddle - 230, 727, 460, 16));
+    PlacedControl host = Plain(ControlKind::HostNameText, Bitmap::None, Sized(kMiddle - 230, 804, 460, 16));
     host.text = "64-bit Plugin Host: Unknown (v0.0.0)";
     host.style = TextStyle::HostName;
     list.push_back(host);

@@ -175,7 +175,7 @@ TEST(LayoutPlaces, DisplaysAndButtonsStandWhereTheyHaveAlwaysStood) {
         {ControlKind::ZoomSwitch, 0, {954, 435, 979, 460}},
         {ControlKind::ZoomSwitch, 1, {1079, 435, 1104, 460}},
         {ControlKind::WaveSelect, 1, {224, 435, 326, 460}},
-        {ControlKind::HostNameText, 0, {380, 727, 840, 743}},
+        {ControlKind::HostNameText, 0, {380, 804, 840, 820}},
     };
     for (const KnownPlace& place : known) {
         int seen = 0;
