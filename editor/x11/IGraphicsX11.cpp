@@ -118,7 +118,10 @@ void IGraphicsX11::ShowMouseCursor() {
 
 void IGraphicsX11::CreateTextEntry(IControl& control, const IText& text, const IRECT& rect,
                                    const std::string& string, const IParam* param) {
-    if (window != nullptr) window->OpenEntry(control, text, rect, string, param);
+    if (window == nullptr) return;
+    window->OpenEntry(control, text, rect, string, param);
+    // The field takes the release of the click that opened it.
+    if (window->IsEditing()) ReleaseMouseCapture();
 }
 
 void IGraphicsX11::ForceEndUserEdit() {

@@ -105,6 +105,28 @@ TEST_F(EntryWindow, TheMouseWheelCancels) {
     EXPECT_EQ(record.CountOf("text"), 0);
 }
 
+TEST_F(EntryWindow, TheWheelIsFreeForOtherControlsOnceItIsGone) {
+    ASSERT_TRUE(OpenEntry());
+    ASSERT_TRUE(User({"key", "Escape"}));
+    ASSERT_TRUE(EntryIsGone());
+    ASSERT_TRUE(PointAt(20, 20));
+    ASSERT_TRUE(User({"click", "4"}));
+    EXPECT_TRUE(Eventually([&] { return groundRecord.CountOf("wheel") == 1; }));
+    EXPECT_EQ(record.CountOf("wheel"), 0) << "the control that opened the entry holds the mouse no longer";
+}
+
+TEST_F(EntryWindow, EndsTheGestureOfTheClickThatOpenedIt) {
+    auto knob =
+        std::make_unique<RecordingControl>(&plug, IRECT(100, 100, 300, 200), record, IColor(255, 9, 9, 9), 7);
+    knob->onDown = control->onDown;
+    graphics->AttachControl(std::move(knob));
+    ASSERT_TRUE(OpenEntry());
+    ASSERT_TRUE(User({"key", "Escape"}));
+    ASSERT_TRUE(EntryIsGone());
+    graphics->CloseWindow();
+    EXPECT_EQ(plug.log, (std::vector<std::string>{"begin 7", "end 7"}));
+}
+
 TEST_F(EntryWindow, TheMouseWheelOverTheFieldCancels) {
     ASSERT_TRUE(OpenEntry());
     ASSERT_TRUE(User(At(200, 70)));
