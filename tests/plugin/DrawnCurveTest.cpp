@@ -87,14 +87,16 @@ TEST(DrawnCurve, ADragOutsideTheAreaDoesNothing) {
 }
 
 TEST(DrawnCurve, ADragPullsTheDirectNeighbours) {
-    DrawnCurve drawn;
-    Values expected = drawn.Values();
-    drawn.Drag(64, 1.0, 1);
-    expected[64] = 1.0;
-    expected[63] = 0.7 + expected[63] * 0.3;
-    expected[65] = 0.7 + expected[65] * 0.3;
-    EXPECT_EQ(drawn.Values(), expected);
-    EXPECT_TRUE(drawn.HasStroke());
+    for (const int dX : {-1, 0, 1}) {
+        DrawnCurve drawn;
+        Values expected = drawn.Values();
+        drawn.Drag(64, 1.0, dX);
+        expected[64] = 1.0;
+        expected[63] = 0.7 + expected[63] * 0.3;
+        expected[65] = 0.7 + expected[65] * 0.3;
+        EXPECT_EQ(drawn.Values(), expected) << dX;
+        EXPECT_TRUE(drawn.HasStroke());
+    }
 }
 
 TEST(DrawnCurve, AFastDragToTheRightFillsAheadOfThePointer) {

@@ -250,8 +250,10 @@ TEST(ThudForgeEditing, TheMaximumIsForgottenByTheNextBlockWhileTheAudioRuns) {
     ASSERT_GT(peak, 0.0);
     instrument.Plug().ResetMaxLevel();
     EXPECT_EQ(instrument.Plug().PeakLeft(), peak);
+    EXPECT_GT(instrument.Plug().PeakRight(), 0.0);
     instrument.Render(64);
     EXPECT_EQ(instrument.Plug().PeakLeft(), 0.0);
+    EXPECT_EQ(instrument.Plug().PeakRight(), 0.0);
 }
 
 TEST(ThudForgeEditing, AMaximumThatWaitsToBeForgottenIsForgottenWhenTheAudioStops) {

@@ -24,6 +24,15 @@ std::string LevelText(double level) {
     return text.data();
 }
 
+/// A heap of notes that nothing limits.
+void PlayLoud(DisplayRig& rig, double volume) {
+    rig.Set(Param::LimiterMode, 0.0);
+    rig.Set(Param::Volume, volume);
+    for (std::uint8_t note = 36; note < 48; ++note)
+        rig.NoteOn(note);
+    rig.Play(20);
+}
+
 } // namespace
 
 TEST(IGwMaxLevelText, HasNoDecibelsForSilence) {
@@ -54,15 +63,27 @@ TEST(IGwMaxLevelText, ShowsTheLouderChannel) {
 TEST(IGwMaxLevelText, TurnsRedAboveFullScale) {
     DisplayRig rig;
     auto& text = rig.graphics.Attach<IGwMaxLevelText>(&rig.plug, kLine, IText());
-    rig.Set(Param::LimiterMode, 0.0);
-    rig.Set(Param::Volume, 1.0);
-    for (std::uint8_t note = 36; note < 48; ++note)
-        rig.NoteOn(note);
-    rig.Play(20);
+    PlayLoud(rig, 1.0);
     ASSERT_GT(rig.plug.PeakLeft(), 1.0);
     rig.graphics.RunTick();
     EXPECT_EQ(text.Text().color, IColor(255, 255, 0, 0));
     EXPECT_EQ(text.String(), LevelText(std::max(rig.plug.PeakLeft(), rig.plug.PeakRight())));
+}
+
+TEST(IGwMaxLevelText, IsNotYetRedJustBelowFullScale) {
+    constexpr double kQuiet = 0.05;
+    DisplayRig quiet;
+    PlayLoud(quiet, kQuiet);
+    const double heard = std::max(quiet.plug.PeakLeft(), quiet.plug.PeakRight());
+    ASSERT_LT(heard, 1.0);
+    DisplayRig rig;
+    auto& text = rig.graphics.Attach<IGwMaxLevelText>(&rig.plug, kLine, IText());
+    PlayLoud(rig, kQuiet * 0.98 / heard);
+    const double level = std::max(rig.plug.PeakLeft(), rig.plug.PeakRight());
+    ASSERT_GT(level, 0.9);
+    ASSERT_LT(level, 1.0);
+    rig.graphics.RunTick();
+    EXPECT_EQ(text.Text().color, IColor(255, 128, 255, 0));
 }
 
 TEST(IGwResetButton, ForgetsTheLevelWithTheNextBlockOrAtOnce) {

@@ -252,6 +252,12 @@ TEST(IGwWaveDrawer, StaysDirtyAsLongAsItIsShown) {
 
 TEST(IGwWaveDrawer, TheWheelZooms) {
     ScopeRig rig(0);
+    rig.graphics.OnMouseWheel(500, 200, IMouseMod(), 1);
+    EXPECT_DOUBLE_EQ(rig.plug.Scope().Zoom(), 0.9);
+    EXPECT_EQ(rig.plug.Scope().ZoomPercent(), 110);
+    rig.graphics.OnMouseWheel(500, 200, IMouseMod(), -1);
+    EXPECT_DOUBLE_EQ(rig.plug.Scope().Zoom(), 1.0);
+    EXPECT_EQ(rig.plug.Scope().ZoomPercent(), 100);
     rig.graphics.OnMouseWheel(500, 200, IMouseMod(), 2);
     EXPECT_DOUBLE_EQ(rig.plug.Scope().Zoom(), 0.8);
     EXPECT_EQ(rig.plug.Scope().ZoomPercent(), 120);
