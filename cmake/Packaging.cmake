@@ -10,6 +10,7 @@ endif()
 install(TARGETS ThudForge LIBRARY DESTINATION lib/vst)
 install(TARGETS thudforge RUNTIME DESTINATION bin)
 install(FILES README.md LICENSE DESTINATION ${doc_folder})
+install(FILES resources/fonts/LICENSE.txt DESTINATION ${doc_folder} RENAME LICENSE-fonts.txt)
 install(DIRECTORY docs/ DESTINATION ${doc_folder} FILES_MATCHING PATTERN "*.md")
 install(DIRECTORY examples/ DESTINATION ${doc_folder}/examples FILES_MATCHING PATTERN "*.mid")
 

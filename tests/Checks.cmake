@@ -21,6 +21,11 @@ if(CMAKE_CROSSCOMPILING)
     thudforge_check(windows.RendersWhatLinuxRenders checks ${checks}/windows-render.sh
         ${CMAKE_SOURCE_DIR} ${THUDFORGE_LINUX_BUILD}/host/thudforge $<TARGET_FILE:thudforge>
         $<TARGET_FILE:wave_difference> ${CMAKE_CURRENT_BINARY_DIR}/render)
+    add_executable(picture_difference ${CMAKE_CURRENT_SOURCE_DIR}/checks/PictureDifference.cpp)
+    target_link_libraries(picture_difference PRIVATE thudforge_plugin)
+    thudforge_check(windows.EditorLooksAsOnLinux checks ${checks}/windows-editor.sh
+        ${CMAKE_SOURCE_DIR} ${THUDFORGE_LINUX_BUILD}/host/thudforge $<TARGET_FILE:thudforge>
+        $<TARGET_FILE:picture_difference> ${CMAKE_CURRENT_BINARY_DIR}/pictures)
     thudforge_check(windows.Package checks ${checks}/windows-package.sh ${CMAKE_BINARY_DIR})
     return()
 endif()
