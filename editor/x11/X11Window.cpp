@@ -72,11 +72,12 @@ void X11Window::OnGone() {
 }
 
 void X11Window::EndGesture() {
-    // A handler that is at work ends its own gesture.
-    if (!pointer.AnyHeld() || graphics.MouseCapture() < 0 || gate->Inside() > 0) return;
     const X11Gate::Visit visit(*gate);
+    // A handler that is at work ends its own gesture.
+    if (!visit || gate->Inside() > 1) return;
+    if (!pointer.AnyHeld() || graphics.MouseCapture() < 0) return;
     pointer.Clear();
-    if (visit) graphics.OnMouseUp(mouseX, mouseY, IMouseMod());
+    graphics.OnMouseUp(mouseX, mouseY, IMouseMod());
 }
 
 void X11Window::OnConnectionLost() {
@@ -89,6 +90,7 @@ std::chrono::milliseconds X11Window::Period() const {
 }
 
 void X11Window::OnEvent(const xcb_generic_event_t& event) {
+    if (X11KindOf(event) == XCB_DESTROY_NOTIFY) EndGesture(); // a host may take its window away in a drag
     const X11Gate::Visit visit(*gate);
     if (!visit) return;
     switch (X11KindOf(event)) {

@@ -45,8 +45,7 @@ TEST_F(EditorWindow, OpeningInAnotherWindowClosesTheFirst) {
     HostWindow other(800, 600, kWidth, kHeight);
     ASSERT_TRUE(Open());
     ASSERT_TRUE(graphics->OpenWindow(other.Parent()));
-    host.Sync();
-    EXPECT_TRUE(host.Editors().empty());
+    EXPECT_TRUE(Eventually([&] { return host.Editors().empty(); }));
     EXPECT_EQ(other.Editors().size(), 1U);
     graphics->CloseWindow();
 }
@@ -58,8 +57,7 @@ TEST_F(EditorWindow, CanBeClosedTwiceAndDestroyedOpen) {
     graphics->CloseWindow();
     ASSERT_TRUE(Open());
     graphics.reset();
-    host.Sync();
-    EXPECT_TRUE(host.Editors().empty());
+    EXPECT_TRUE(Eventually([&] { return host.Editors().empty(); }));
 }
 
 TEST_F(EditorWindow, TwoInstancesShareAThreadAndTheSecondGoesOnAloneWhenTheFirstCloses) {
@@ -147,6 +145,19 @@ TEST_F(EditorWindow, ClosingEndsAGestureThatIsUnderWay) {
     ASSERT_TRUE(User({"mouseup", "1"}));
 }
 
+TEST_F(EditorWindow, AHostsWindowThatGoesEndsAGestureThatIsUnderWay) {
+    ASSERT_TRUE(Open());
+    ASSERT_TRUE(PointAt(150, 150));
+    ASSERT_TRUE(User({"mousedown", "1"}));
+    EXPECT_TRUE(Recorded("down 150,150 L"));
+    host.Destroy();
+    EXPECT_TRUE(Recorded("up 150,150"));
+    EXPECT_TRUE(Eventually([&] { return !graphics->WindowIsOpen(); }));
+    EXPECT_EQ(graphics->MouseCapture(), -1);
+    graphics->CloseWindow();
+    ASSERT_TRUE(User({"mouseup", "1"}));
+}
+
 TEST_F(EditorWindow, ClosingFromWithinAControlTakesTheWindowAway) {
     control->onDown = [this](RecordingControl&) {
         graphics->CloseWindow();
@@ -157,8 +168,7 @@ TEST_F(EditorWindow, ClosingFromWithinAControlTakesTheWindowAway) {
     ASSERT_TRUE(User({"click", "1"}));
     EXPECT_TRUE(Recorded("closed"));
     EXPECT_FALSE(graphics->WindowIsOpen());
-    host.Sync();
-    EXPECT_TRUE(host.Editors().empty());
+    EXPECT_TRUE(Eventually([&] { return host.Editors().empty(); }));
     control->onDown = nullptr;
     ASSERT_TRUE(Open());
     EXPECT_TRUE(Ticks(1));

@@ -15,8 +15,7 @@ TEST_F(EditorWindow, OpensInsideTheHostsWindowInItsSize) {
     graphics->CloseWindow();
     EXPECT_FALSE(graphics->WindowIsOpen());
     EXPECT_EQ(graphics->GetWindow(), nullptr);
-    host.Sync();
-    EXPECT_TRUE(host.Editors().empty());
+    EXPECT_TRUE(Eventually([&] { return host.Editors().empty(); }));
 }
 
 TEST_F(EditorWindow, TicksWhileOpenAndNotBeforeOrAfter) {
