@@ -446,6 +446,21 @@ TEST(ThudForgeEditing, AStrokeAfterAChangeOfCurveStartsFromTheNewCurve) {
     EXPECT_EQ(AudioCurve(instrument)[480], other[480]);
 }
 
+TEST(ThudForgeEditing, ADragGoesOnOnTheCurveThatWasSelectedMeanwhile) {
+    Instrument instrument;
+    ThudForge& plug = instrument.Plug();
+    instrument.Set(Param::DistortionType, 20.0 / 41.0);
+    plug.PressCurve(20, 0.77);
+    instrument.Set(Param::DistortionType, 8.0 / 41.0);
+    const CurvePoints other = AudioCurve(instrument);
+    plug.DragCurve(50, 0.66, 1);
+    instrument.Render(64);
+    EXPECT_EQ(AudioCurve(instrument)[200], -0.66);
+    for (const std::size_t point : {40, 80, 480})
+        EXPECT_EQ(AudioCurve(instrument)[point], other[point]) << point;
+    EXPECT_NE(other[80], -0.77);
+}
+
 TEST(ThudForgeEditing, AnOperationComesAfterTheStrokeBeforeIt) {
     Instrument instrument;
     ThudForge& plug = instrument.Plug();
