@@ -164,7 +164,8 @@ stage_bench() {
 }
 run_benchmarks() {
     local result=$logs/bench.json
-    build/bench/bench/thudforge_bench --benchmark_min_time=0.001 --benchmark_out="$result" \
+    # The display must not start anew when a benchmark's last window is gone.
+    xvfb-run -a -s "-screen 0 1400x1000x24 -noreset" build/bench/bench/thudforge_bench --benchmark_min_time=0.001 --benchmark_out="$result" \
         --benchmark_out_format=json || return 1
     # A benchmark that gave up says so in its entry only.
     python3 - "$result" <<'PYTHON'

@@ -71,5 +71,5 @@ packages_for_tests=("${packages_for_demo[@]}"
     ccache clang clang-format clang-tidy libclang-rt-dev shellcheck
     libgtest-dev googletest libbenchmark-dev
     g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 libz-mingw-w64-dev wine wine64
-    xvfb xdotool x11-utils
+    xvfb xauth xdotool x11-utils
     qtractor ardour)
