@@ -456,7 +456,7 @@ TEST(ThudForgeEditing, ADragGoesOnOnTheCurveThatWasSelectedMeanwhile) {
     plug.DragCurve(50, 0.66, 1);
     instrument.Render(64);
     EXPECT_EQ(AudioCurve(instrument)[200], -0.66);
-    for (const std::size_t point : {40, 80, 480})
+    for (const std::size_t point : {40U, 80U, 480U})
         EXPECT_EQ(AudioCurve(instrument)[point], other[point]) << point;
     EXPECT_NE(other[80], -0.77);
 }
