@@ -1,5 +1,6 @@
 #include "editor/IPopupMenu.h"
 #include "tests/editor/x11/EditorWindow.h"
+#include "tests/editor/x11/StandInPrograms.h"
 
 #include <array>
 #include <cstdlib>
@@ -15,43 +16,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// An editor whose press runs something that waits for the user, with a folder of programs that stand in for
-/// those of a desktop. Each writes down its words.
+/// An editor whose press runs something that waits for the user, on a desktop of stand-ins.
 class DesktopWindow : public EditorWindow {
 protected:
     void SetUp() override {
         EditorWindow::SetUp();
-        std::string name = (fs::temp_directory_path() / "thudforge-desktop-XXXXXX").string();
-        ASSERT_NE(mkdtemp(name.data()), nullptr);
-        folder = name;
-        // Nothing of the machine's own programs but those that the stand-ins are made of.
-        pathBefore = std::getenv("PATH");
-        setenv("PATH", folder.c_str(), 1);
-        setenv("HOME", folder.c_str(), 1);
-        unsetenv("XDG_CURRENT_DESKTOP");
-        unsetenv("XDG_CONFIG_HOME");
+        ASSERT_FALSE(folder.empty());
     }
 
-    void TearDown() override {
-        EditorWindow::TearDown();
-        setenv("PATH", pathBefore.c_str(), 1);
-        fs::remove_all(folder);
-    }
-
-    void MakeProgram(const std::string& name, const std::string& lines) {
-        std::ofstream file(folder / name);
-        file << "#!/bin/bash\nPATH=/usr/bin:/bin\nprintf '%s\\n' \"$@\" > " << Words(name).string() << "\n"
-             << lines << "\n";
-        file.close();
-        fs::permissions(folder / name, fs::perms::owner_all);
-    }
-
-    [[nodiscard]] fs::path Words(const std::string& program) const { return folder / (program + ".words"); }
-
-    [[nodiscard]] std::string WordsOf(const std::string& program) const {
-        std::ifstream file(Words(program));
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    void MakeProgram(const std::string& name, const std::string& lines) const { programs.Make(name, lines); }
+    [[nodiscard]] fs::path Words(const std::string& program) const { return programs.Words(program); }
+    [[nodiscard]] std::string WordsOf(const std::string& program) const { return programs.WordsOf(program); }
 
     /// Presses the control, which runs `asking` on the editor thread.
     [[nodiscard]] bool Press(const std::function<void()>& asking) {
@@ -81,8 +56,11 @@ protected:
         return User(MoveTo(place.R - fromRight, place.B - fromBottom)) && User({"click", "1"});
     }
 
-    fs::path folder;
-    std::string pathBefore;
+private:
+    StandInPrograms programs;
+
+protected:
+    const fs::path& folder = programs.Folder();
 };
 
 } // namespace
