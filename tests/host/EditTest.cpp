@@ -20,6 +20,7 @@
 #include <fcntl.h>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <set>
 #include <spawn.h>
 #include <thread>
@@ -119,6 +120,7 @@ public:
     /// Waits for the editor's window, in which the editor itself is.
     xcb_window_t EditorWindow() {
         xcb_window_t found = XCB_NONE;
+        if (screen == nullptr) return found;
         static_cast<void>(Eventually([&] {
             for (const xcb_window_t window : Children(screen->root)) {
                 if (Text(window, XCB_ATOM_WM_NAME) == "ThudForge" && !Children(window).empty())
@@ -204,7 +206,11 @@ private:
 
 class Edit : public testing::Test {
 protected:
-    void SetUp() override { ASSERT_TRUE(server.Runs()); }
+    void SetUp() override {
+        ASSERT_TRUE(server.Runs());
+        // The display ends with its last client: between two runs this one stays.
+        audience.emplace();
+    }
 
     /// The picture that a run of the program leaves.
     Picture Photograph(std::vector<std::string> arguments) {
@@ -218,6 +224,7 @@ protected:
     }
 
     XServer server;
+    std::optional<Onlooker> audience;
     TempFolder folder{"edit"};
 };
 
