@@ -1,5 +1,6 @@
 #include "tests/plugin/HostileModel.h"
 #include "tests/plugin/Instrument.h"
+#include "tests/plugin/SlowBuild.h"
 
 #include <gtest/gtest.h>
 
@@ -17,6 +18,11 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kBatch = 1000;
+
+/// A sanitizer's build tries a quarter of the mutations; the plain one tries all of them.
+constexpr int Rounds(int all) {
+    return kSlowBuild > 1 ? all / 4 : all;
+}
 constexpr int kExactShare =
     20; ///< at least one round in so many compares every byte, the others all but locked rates
 constexpr double kCeiling = 3.1622777;
@@ -228,11 +234,11 @@ private:
 
 } // namespace
 
-TEST(HostileMutations, FortyThousandStates) {
+TEST(HostileMutations, States) {
     Session session;
     Mutator mutator(1);
     unsigned seed = 0;
-    session.Run(40000, [&] {
+    session.Run(Rounds(40000), [&] {
         Bytes bytes = Sound::Random(++seed % 64).Chunk();
         if (mutator.Below(2) == 0) bytes = WithHeader(bytes);
         mutator.Spoil(bytes);
@@ -242,11 +248,11 @@ TEST(HostileMutations, FortyThousandStates) {
     });
 }
 
-TEST(HostileMutations, TenThousandBanks) {
+TEST(HostileMutations, Banks) {
     Session session;
     Mutator mutator(2);
     unsigned seed = 0;
-    session.Run(10000, [&] {
+    session.Run(Rounds(10000), [&] {
         // Few sounds, so that most of the bytes are lengths, names and flags.
         const std::size_t count = mutator.Below(10) == 0 ? 100 : 128;
         std::vector<std::string> names(count);
@@ -262,11 +268,11 @@ TEST(HostileMutations, TenThousandBanks) {
     });
 }
 
-TEST(HostileMutations, TwentyThousandChunkFiles) {
+TEST(HostileMutations, ChunkFiles) {
     Session session;
     Mutator mutator(3);
     unsigned seed = 0;
-    session.Run(20000, [&] {
+    session.Run(Rounds(20000), [&] {
         const Bytes state = Sound::Random(++seed % 64).Chunk();
         const std::string name = "File " + std::to_string(seed);
         Bytes bytes = ChunkFile(name, mutator.Below(4) == 0 ? state : WithHeader(state));
@@ -276,11 +282,11 @@ TEST(HostileMutations, TwentyThousandChunkFiles) {
     });
 }
 
-TEST(HostileMutations, TwentyThousandParameterFiles) {
+TEST(HostileMutations, ParameterFiles) {
     Session session;
     Mutator mutator(4);
     unsigned seed = 0;
-    session.Run(20000, [&] {
+    session.Run(Rounds(20000), [&] {
         const Sound sound = Sound::Random(++seed % 64);
         std::vector<float> values(kParameters);
         std::transform(sound.values.begin(), sound.values.end(), values.begin(),
@@ -292,7 +298,7 @@ TEST(HostileMutations, TwentyThousandParameterFiles) {
     });
 }
 
-TEST(HostileMutations, TenThousandTextPrograms) {
+TEST(HostileMutations, TextPrograms) {
     Session session;
     Mutator mutator(5);
     ThudForge& plug = session.instrument.Plug();
@@ -308,7 +314,7 @@ TEST(HostileMutations, TenThousandTextPrograms) {
     }
     session.model = HostileModel(plug);
     std::size_t round = 0;
-    session.Run(10000, [&] {
+    session.Run(Rounds(10000), [&] {
         std::string text = texts[++round % texts.size()];
         mutator.Spoil(text);
         std::ofstream(path, std::ios::binary) << text;
