@@ -12,6 +12,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// Bytes that are no UTF-8 are left to the system to make sense of.
+fs::path PathOf(const std::string& path) {
+    try {
+        return std::u8string(path.begin(), path.end());
+    } catch (const std::exception&) {
+        return path;
+    }
+}
+
 bool ReadRegularFile(const fs::path& path, std::vector<std::uint8_t>& bytes, std::uintmax_t limit) {
     if (!fs::is_regular_file(path)) return false;
     const std::uintmax_t size = fs::file_size(path);
@@ -59,7 +68,7 @@ bool ReadFileBytes(const std::string& path, std::vector<std::uint8_t>& bytes, st
     bytes.clear();
     bool done = false;
     try {
-        done = ReadRegularFile(path, bytes, limit);
+        done = ReadRegularFile(PathOf(path), bytes, limit);
     } catch (const std::exception&) {
         done = false;
     }
@@ -70,7 +79,7 @@ bool ReadFileBytes(const std::string& path, std::vector<std::uint8_t>& bytes, st
 bool WriteFileBytes(const std::string& path, std::span<const std::uint8_t> bytes) {
     if (path.empty()) return false;
     try {
-        return ReplaceFile(path, bytes);
+        return ReplaceFile(PathOf(path), bytes);
     } catch (const std::exception&) {
         return false;
     }

@@ -80,7 +80,9 @@ void IGraphicsWin::PromptForFile(std::string& file, std::string& dir, int action
     ReleaseCapture();
     ReleaseMouseCapture();
     std::array<char, kPathLength> path{};
-    if (CanBeAFileName(file)) Joined(dir, file).copy(path.data(), path.size() - 1);
+    const std::string offered = SystemOfUtf8(file);
+    const std::string folder = SystemOfUtf8(dir);
+    if (CanBeAFileName(offered)) Joined(folder, offered).copy(path.data(), path.size() - 1);
     const std::string filter = FilterOf(extensions);
     const std::string extension = FirstOf(extensions);
     OPENFILENAMEA dialog{};
@@ -89,7 +91,7 @@ void IGraphicsWin::PromptForFile(std::string& file, std::string& dir, int action
     dialog.lpstrFilter = filter.c_str();
     dialog.lpstrFile = path.data();
     dialog.nMaxFile = static_cast<DWORD>(path.size());
-    dialog.lpstrInitialDir = dir.empty() ? nullptr : dir.c_str();
+    dialog.lpstrInitialDir = folder.empty() ? nullptr : folder.c_str();
     dialog.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
     dialog.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST;
     const Waiting now(*this);
@@ -103,7 +105,7 @@ void IGraphicsWin::PromptForFile(std::string& file, std::string& dir, int action
     }();
     file.clear();
     if (chosen == FALSE || !now.WindowStands()) return;
-    const std::string whole = path.data();
+    const std::string whole = Utf8OfSystem(path.data());          // as all paths inside the module
     const std::size_t nameStart = whole.find_last_of("\\/:") + 1; // 0 where there is none
     dir = whole.substr(0, nameStart);
     file = whole.substr(nameStart);

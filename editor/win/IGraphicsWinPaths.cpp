@@ -15,7 +15,8 @@ constexpr int kDesktop = 16;
 std::string FolderOf(HMODULE module) {
     std::array<char, 4096> path{};
     const DWORD length = GetModuleFileNameA(module, path.data(), static_cast<DWORD>(path.size()));
-    const std::string whole(path.data(), length);
+    if (length == 0) return {};
+    const std::string whole = Utf8OfSystem(path.data());
     return whole.substr(0, whole.rfind('\\') + 1);
 }
 
@@ -32,14 +33,14 @@ std::string IGraphicsWin::PluginPath() {
 std::string IGraphicsWin::DesktopPath() {
     std::array<char, MAX_PATH + 1> path{};
     if (SHGetSpecialFolderPathA(window, path.data(), kDesktop, FALSE) == FALSE) return {};
-    return path.data();
+    return Utf8OfSystem(path.data());
 }
 
 std::string IGraphicsWin::AppSupportPath(bool allUsers) {
     std::array<char, MAX_PATH + 1> path{};
     const int folder = allUsers ? kCommonAppData : kLocalAppData;
     if (SHGetFolderPathA(window, folder, nullptr, SHGFP_TYPE_CURRENT, path.data()) != S_OK) return {};
-    return path.data();
+    return Utf8OfSystem(path.data());
 }
 
 } // namespace Grimworks

@@ -16,6 +16,24 @@ void Append(std::wstring& text, char32_t character) {
     }
 }
 
+std::wstring Widened(UINT codePage, const char* text) {
+    const int length = MultiByteToWideChar(codePage, 0, text, -1, nullptr, 0);
+    if (length < 1) return {};
+    std::wstring wide(static_cast<std::size_t>(length), L'\0');
+    MultiByteToWideChar(codePage, 0, text, -1, wide.data(), length);
+    wide.pop_back(); // the end mark
+    return wide;
+}
+
+std::string Narrowed(UINT codePage, const std::wstring& wide) {
+    const int length = WideCharToMultiByte(codePage, 0, wide.c_str(), -1, nullptr, 0, nullptr, nullptr);
+    if (length < 1) return {};
+    std::string text(static_cast<std::size_t>(length), '\0');
+    WideCharToMultiByte(codePage, 0, wide.c_str(), -1, text.data(), length, nullptr, nullptr);
+    text.pop_back(); // the end mark
+    return text;
+}
+
 const char anchor = 0; ///< something that lies in this module
 
 } // namespace
@@ -38,6 +56,14 @@ std::wstring WideCharacter(char32_t character) {
     std::wstring wide;
     Append(wide, character);
     return wide;
+}
+
+std::string Utf8OfSystem(const char* text) {
+    return Narrowed(CP_UTF8, Widened(CP_ACP, text));
+}
+
+std::string SystemOfUtf8(const std::string& text) {
+    return Narrowed(CP_ACP, Widened(CP_UTF8, text.c_str()));
 }
 
 } // namespace Grimworks

@@ -16,4 +16,9 @@ namespace Grimworks {
 /// One character in the system's wide form: one or two units.
 [[nodiscard]] std::wstring WideCharacter(char32_t character);
 
+/// A text of the system in the process's own code page, such as a path, as UTF-8, and back. Characters that
+/// the code page has not become question marks.
+[[nodiscard]] std::string Utf8OfSystem(const char* text);
+[[nodiscard]] std::string SystemOfUtf8(const std::string& text);
+
 } // namespace Grimworks

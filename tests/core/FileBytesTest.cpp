@@ -72,6 +72,22 @@ TEST_F(FileBytes, AFileAboveTheLimitIsRefused) {
     EXPECT_TRUE(ReadFileBytes(In("a"), bytes, 11));
 }
 
+TEST_F(FileBytes, NamesAreUtf8OnEverySystem) {
+    const std::string name = folder.string() + "/k\xC3\xAF"
+                                               "ck \xE2\x82\xAC";
+    ASSERT_TRUE(WriteFileBytes(name, std::vector<std::uint8_t>{1, 2}));
+    EXPECT_TRUE(fs::exists(folder / fs::path(u8"k\u00EFck \u20AC")));
+    ASSERT_TRUE(ReadFileBytes(name, bytes));
+    EXPECT_EQ(bytes, (std::vector<std::uint8_t>{1, 2}));
+}
+
+TEST_F(FileBytes, ANameThatIsNoUtf8FindsItsFileAgain) {
+    const std::string name = folder.string() + "/k\xEFlck";
+    ASSERT_TRUE(WriteFileBytes(name, std::vector<std::uint8_t>{3}));
+    ASSERT_TRUE(ReadFileBytes(name, bytes));
+    EXPECT_EQ(bytes, std::vector<std::uint8_t>{3});
+}
+
 #ifndef _WIN32
 TEST_F(FileBytes, ALinkKeepsPointingAtTheFileThatIsReplaced) {
     ASSERT_TRUE(WriteFileBytes(In("real"), std::vector<std::uint8_t>{1}));

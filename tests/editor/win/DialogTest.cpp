@@ -1,3 +1,4 @@
+#include "core/FileBytes.h"
 #include "tests/editor/win/EditorWindow.h"
 
 #include <filesystem>
@@ -20,8 +21,13 @@ protected:
             constexpr int kMostTicks = 250;
             HWND dialog = FindShown(kDialogClass);
             if (++ticks == kMostTicks) {
-                ADD_FAILURE() << "the dialog stays";
-                EndDialog(dialog, IDCANCEL);
+                std::array<char, 200> text{};
+                GetDlgItemTextA(dialog, -1, text.data(), static_cast<int>(text.size()));
+                std::array<char, 200> title{};
+                GetWindowTextA(dialog, title.data(), static_cast<int>(title.size()));
+                ADD_FAILURE() << "the dialog stays: " << title.data() << ": " << text.data();
+                while ((dialog = FindShown(kDialogClass)) != nullptr)
+                    EndDialog(dialog, IDCANCEL);
             }
             if (acted || dialog == nullptr) return;
             acted = true;
@@ -53,14 +59,15 @@ protected:
 
 /// A file in the folder for temporary ones, gone at the end.
 struct TemporaryFile {
-    explicit TemporaryFile(const std::string& name) : path(std::filesystem::temp_directory_path() / name) {
+    explicit TemporaryFile(const std::string& name)
+        : path(std::filesystem::temp_directory_path().string() + name) {
         std::ofstream(path) << "text";
     }
-    ~TemporaryFile() { std::filesystem::remove(path); }
+    ~TemporaryFile() { std::remove(path.c_str()); }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    std::filesystem::path path;
+    std::string path; ///< in the system's code page
 };
 
 } // namespace
@@ -69,13 +76,31 @@ TEST_F(DialogWindow, AFileIsChosenToOpen) {
     const TemporaryFile there("thudforge-choice.gw");
     Answer(
         [&](HWND dialog) {
-            Name(dialog, there.path.string());
+            Name(dialog, there.path);
             Press(dialog, IDOK);
         },
         [&] { graphics.PromptForFile(file, dir, IGraphics::FileOpen, "gw tgp fxp"); });
     EXPECT_EQ(file, "thudforge-choice.gw");
     EXPECT_TRUE(dir.ends_with("\\")) << dir;
     EXPECT_TRUE(std::filesystem::equivalent(dir + file, there.path)) << dir;
+}
+
+TEST_F(DialogWindow, AFileWithALetterBeyondAsciiIsToldInUtf8) {
+    const TemporaryFile there("thudforge-k\xEFlck.gw"); // as the system of these tests has its letters
+    Answer(
+        [&](HWND dialog) {
+            Name(dialog, there.path);
+            Press(dialog, IDOK);
+        },
+        [&] { graphics.PromptForFile(file, dir, IGraphics::FileOpen, "gw"); });
+    EXPECT_EQ(file, "thudforge-k\xC3\xAFlck.gw");
+    std::vector<std::uint8_t> bytes;
+    EXPECT_TRUE(ReadFileBytes(dir + file, bytes));
+    EXPECT_EQ(bytes.size(), 4U);
+    // Offered again, it is chosen as it stands.
+    Answer([&](HWND dialog) { Press(dialog, IDOK); },
+           [&] { graphics.PromptForFile(file, dir, IGraphics::FileOpen, "gw"); });
+    EXPECT_EQ(file, "thudforge-k\xC3\xAFlck.gw");
 }
 
 TEST_F(DialogWindow, ACancelledFileDialogChoosesNothing) {
@@ -102,7 +127,7 @@ TEST_F(DialogWindow, AFileDialogLeavesTheCurrentFolder) {
     const auto before = std::filesystem::current_path();
     Answer(
         [&](HWND dialog) {
-            Name(dialog, there.path.string());
+            Name(dialog, there.path);
             Press(dialog, IDOK);
         },
         [&] { graphics.PromptForFile(file, dir, IGraphics::FileOpen, "gw"); });
