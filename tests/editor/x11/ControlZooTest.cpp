@@ -85,6 +85,25 @@ protected:
         });
     }
 
+    /// Waits until the window shows a text, as it is drawn without a window.
+    [[nodiscard]] bool ShowsText(const IRECT& rect, const std::string& text) {
+        ControlRig rig;
+        rig.Attach<IBitmapControl>(0, 0, -1, rig.strips.Make(kWidth, kHeight, 1, false, kGround));
+        rig.Attach<ITextControl>(rect, IText(), text);
+        rig.graphics.Settle();
+        LICE_MemBitmap seen;
+        return Eventually([&] {
+            host.Grab(host.Editors().front(), seen);
+            for (int y = rect.T; y < rect.B; ++y) {
+                for (int x = rect.L; x < rect.R; ++x) {
+                    const LICE_pixel other = LICE_GetPixel(&seen, x, y) ^ rig.graphics.ScreenPixel(x, y);
+                    if ((other & 0xFFFFFFU) != 0) return false;
+                }
+            }
+            return true;
+        });
+    }
+
     [[nodiscard]] double Get(int id) const { return plug.GetParameterNormalized(id); }
     [[nodiscard]] bool Has(int id, double value) const {
         return Eventually([&] { return std::abs(Get(id) - value) < 1e-12; });
@@ -223,6 +242,7 @@ TEST_F(WindowZoo, CaptionTakesATypedValue) {
     ASSERT_TRUE(Open());
     ASSERT_TRUE(TypeIntoCaption("0.125"));
     EXPECT_TRUE(Has(kCaptioned, 0.125));
+    EXPECT_TRUE(ShowsText(caption.Rect(), "0.125 s"));
     graphics->CloseWindow();
     EXPECT_EQ(caption.Value(), 0.125);
 }
@@ -275,6 +295,8 @@ TEST_F(WindowZoo, ShowsAllThatTheUserMovedTogether) {
     };
     for (const auto& [point, frame] : frames)
         EXPECT_TRUE(Shows(point.L, point.T, frame)) << point.L << ", " << point.T;
+    EXPECT_TRUE(ShowsText(knobText.Rect(), "0.600 "));
+    EXPECT_TRUE(ShowsText(caption.Rect(), "0.125 s"));
     Save("control-zoo.png");
 }
 
