@@ -22,7 +22,11 @@ class SpawnSettings {
 public:
     explicit SpawnSettings(int outputEnd) {
         posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, outputEnd, STDOUT_FILENO);
+        if (outputEnd >= 0) {
+            posix_spawn_file_actions_adddup2(&actions, outputEnd, STDOUT_FILENO);
+        } else {
+            posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+        }
         posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
         posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
         posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
@@ -92,26 +96,37 @@ std::string ChildProcess::Find(std::string_view program) {
 
 bool ChildProcess::Start(const std::vector<std::string>& words, const std::vector<std::string>& variables) {
     Terminate();
+    std::array<int, 2> ends{};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) return false;
+    fcntl(ends[0], F_SETFL, O_NONBLOCK);
+    const bool started = Spawn(words, variables, ends[1]);
+    close(ends[1]);
+    if (started) {
+        pipe = ends[0];
+    } else {
+        close(ends[0]);
+    }
+    return started;
+}
+
+bool ChildProcess::StartUnheard(const std::vector<std::string>& words) {
+    Terminate();
+    return Spawn(words, {}, -1);
+}
+
+bool ChildProcess::Spawn(std::vector<std::string> words, const std::vector<std::string>& variables,
+                         int outputEnd) {
     output.clear();
     exitStatus = -1;
-    std::array<int, 2> ends{};
-    if (words.empty() || words.front().empty() || pipe2(ends.data(), O_CLOEXEC) != 0) return false;
-    fcntl(ends[0], F_SETFL, O_NONBLOCK);
-    std::vector<std::string> arguments = words;
+    if (words.empty() || words.front().empty()) return false;
     std::vector<std::string> environment = EnvironmentWith(variables);
-    const auto argumentPointers = PointersTo(arguments);
+    const auto argumentPointers = PointersTo(words);
     const auto environmentPointers = PointersTo(environment);
-    const SpawnSettings settings(ends[1]);
-    const int failed = posix_spawn(&pid, arguments.front().c_str(), &settings.actions, &settings.attributes,
+    const SpawnSettings settings(outputEnd);
+    const int failed = posix_spawn(&pid, words.front().c_str(), &settings.actions, &settings.attributes,
                                    argumentPointers.data(), environmentPointers.data());
-    close(ends[1]);
-    if (failed != 0) {
-        close(ends[0]);
-        pid = -1;
-        return false;
-    }
-    pipe = ends[0];
-    return true;
+    if (failed != 0) pid = -1;
+    return failed == 0;
 }
 
 void ChildProcess::Read() {
@@ -136,7 +151,7 @@ bool ChildProcess::HasEnded() {
         Reap(status);
     }
     pid = -1;
-    close(pipe);
+    if (pipe >= 0) close(pipe);
     pipe = -1;
     return true;
 }

@@ -24,6 +24,9 @@ public:
     /// environment. False if it could not be started.
     bool Start(const std::vector<std::string>& words, const std::vector<std::string>& variables = {});
 
+    /// The same, but what it writes is lost: for a program whose own programs may write for hours.
+    bool StartUnheard(const std::vector<std::string>& words);
+
     /// Takes what the program has written; true when it has ended. Does not wait.
     bool HasEnded();
 
@@ -37,6 +40,7 @@ public:
     [[nodiscard]] const std::string& Output() const { return output; }
 
 private:
+    bool Spawn(std::vector<std::string> words, const std::vector<std::string>& variables, int outputEnd);
     void Read();
     void Reap(int status);
     void Terminate();

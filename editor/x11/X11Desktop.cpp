@@ -135,8 +135,9 @@ bool OpenAddress(const std::string& address) {
     const std::string session = ChildProcess::Find("setsid");
     if (!plain || !known || opener.empty() || session.empty()) return false;
     // The opener may become the browser itself and run for hours: setsid starts it on its own and ends.
+    // Nobody reads then what it writes.
     ChildProcess child;
-    return child.Start({session, "--fork", opener, address}) && child.WaitForEnd(kPatience) &&
+    return child.StartUnheard({session, "--fork", opener, address}) && child.WaitForEnd(kPatience) &&
            child.ExitStatus() == 0;
 }
 

@@ -214,6 +214,14 @@ TEST_F(DesktopWindow, AddressesAreOpenedByTheDesktop) {
     EXPECT_TRUE(Eventually([&] { return WordsOf("xdg-open") == "https://example.org/a?b=c&d='e'\n"; }));
 }
 
+TEST_F(DesktopWindow, AnOpenerMayWriteForAsLongAsItRuns) {
+    const fs::path after = folder / "after";
+    MakeProgram("xdg-open", "sleep 0.2; echo still here; echo > " + after.string());
+    fs::create_symlink("/usr/bin/setsid", folder / "setsid");
+    EXPECT_TRUE(graphics->OpenURL("https://example.org/"));
+    EXPECT_TRUE(Eventually([&] { return fs::exists(after); }));
+}
+
 TEST_F(DesktopWindow, WhatIsNoAddressOrCannotBeOpenedIsRefused) {
     EXPECT_FALSE(graphics->OpenURL("https://example.org/"));
     MakeProgram("xdg-open", "");
