@@ -40,7 +40,7 @@ std::size_t Place(int place) {
 void X11TextField::Start(std::string_view text, int mostCharacters, Filter typed) {
     limit = std::max(mostCharacters, 0);
     filter = std::move(typed);
-    characters = CharactersOf(text).substr(0, Place(limit));
+    characters = CharactersOf(text);
     SelectAll();
 }
 

@@ -21,7 +21,8 @@ public:
     /// Whether a character may be typed.
     using Filter = std::function<bool(char32_t)>;
 
-    /// Starts with a text, which the filter does not touch, all of it selected. At most `mostCharacters`.
+    /// Starts with a text, which stays as it is, all of it selected. What is typed then goes through the
+    /// filter, and is refused where there are `mostCharacters` already.
     void Start(std::string_view text, int mostCharacters, Filter typed = {});
 
     /// The text in UTF-8.

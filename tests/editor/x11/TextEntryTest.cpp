@@ -96,12 +96,13 @@ TEST_F(EntryWindow, EscapeCancels) {
     EXPECT_EQ(record.CountOf("text"), 0);
 }
 
-TEST_F(EntryWindow, TheMouseWheelCancels) {
+TEST_F(EntryWindow, TheMouseWheelCancelsAndTurnsNothing) {
     ASSERT_TRUE(OpenEntry());
     ASSERT_TRUE(Type("nothing"));
     ASSERT_TRUE(User({"click", "4"}));
     EXPECT_TRUE(EntryIsGone());
     EXPECT_TRUE(Ticks(2));
+    EXPECT_EQ(record.CountOf("wheel"), 0);
     EXPECT_EQ(record.CountOf("text"), 0);
 }
 
@@ -160,6 +161,14 @@ TEST_F(EntryWindow, TakesNoMoreCharactersThanTheControlAllows) {
     ASSERT_TRUE(Type("123456789"));
     ASSERT_TRUE(User({"key", "Return"}));
     EXPECT_TRUE(Recorded("text 12345"));
+}
+
+TEST_F(EntryWindow, ALongerTextThatStoodThereStaysWhole) {
+    start = "-1234.5678";
+    control->SetTextEntryLength(5);
+    ASSERT_TRUE(OpenEntry());
+    ASSERT_TRUE(User({"key", "End", "9", "Return"}));
+    EXPECT_TRUE(Recorded("text -1234.5678"));
 }
 
 TEST_F(EntryWindow, ANumberParameterRefusesLetters) {

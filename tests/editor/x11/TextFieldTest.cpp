@@ -34,12 +34,21 @@ TEST(X11TextField, StartsWithAllSelected) {
     EXPECT_EQ(field.Text(), "x");
 }
 
-TEST(X11TextField, StartIsCutAtTheLimit) {
+TEST(X11TextField, AStartBeyondTheLimitStaysWholeAndGrowsNoMore) {
     X11TextField field;
     field.Start("a\xC3\xA4o\xC3\xB6u", 4);
-    EXPECT_EQ(field.Text(), "a\xC3\xA4o\xC3\xB6");
-    EXPECT_EQ(field.Length(), 4);
-    field.Start("text", -1);
+    EXPECT_EQ(field.Text(), "a\xC3\xA4o\xC3\xB6u");
+    EXPECT_EQ(field.Length(), 5);
+    field.OnKey(Key(X11Key::End));
+    field.OnKey(Key('x'));
+    EXPECT_EQ(field.Length(), 5);
+    field.OnKey(Key(X11Key::BackSpace));
+    field.OnKey(Key(X11Key::BackSpace));
+    field.OnKey(Key('x'));
+    field.OnKey(Key('y'));
+    EXPECT_EQ(field.Text(), "a\xC3\xA4ox");
+    field.Start("", -1);
+    field.OnKey(Key('x'));
     EXPECT_EQ(field.Text(), "");
 }
 
