@@ -182,8 +182,10 @@ void X11Loop::LoseConnection() {
     for (X11Modal* const modal : modals)
         modal->Cancel();
     const std::vector<X11Ticker*> told = tickers;
-    for (X11Ticker* const ticker : told)
-        ticker->OnConnectionLost();
+    for (X11Ticker* const ticker : told) {
+        // One of them may take another one away.
+        if (std::find(tickers.begin(), tickers.end(), ticker) != tickers.end()) ticker->OnConnectionLost();
+    }
 }
 
 } // namespace Grimworks

@@ -21,6 +21,13 @@ void X11Pointer::Release(int button) {
     held &= ~BitOf(button);
 }
 
+bool X11Pointer::ForgetReleased(std::uint16_t state) {
+    constexpr unsigned kFirstButton = 7; // button 1 is bit 8
+    const unsigned before = held;
+    held &= static_cast<unsigned>(state) >> kFirstButton;
+    return held != before;
+}
+
 IMouseMod X11Pointer::Mod(std::uint16_t state) const {
     return IMouseMod((held & BitOf(kLeft)) != 0, (held & BitOf(kRight)) != 0,
                      (state & XCB_MOD_MASK_SHIFT) != 0, (state & XCB_MOD_MASK_CONTROL) != 0,

@@ -24,6 +24,9 @@ public:
     bool Press(int button, int x, int y, std::uint32_t time);
     void Release(int button);
 
+    /// Forgets buttons that an event's `state` tells to be up: their release went elsewhere. True if any was.
+    bool ForgetReleased(std::uint16_t state);
+
     /// Nothing is held any more, and the next press is a first one.
     void Clear() {
         held = 0;

@@ -2,6 +2,7 @@
 
 #include "editor/IGraphics.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <utility>
@@ -81,12 +82,13 @@ void X11Window::EndGesture() {
 }
 
 void X11Window::OnConnectionLost() {
+    EndGesture();
     OnGone();
     Forget();
 }
 
 std::chrono::milliseconds X11Window::Period() const {
-    return std::chrono::milliseconds(1000 / graphics.Fps());
+    return std::chrono::milliseconds(1000 / std::clamp(graphics.Fps(), 1, 1000));
 }
 
 void X11Window::OnEvent(const xcb_generic_event_t& event) {
@@ -185,6 +187,8 @@ void X11Window::OnMotion(int x, int y, std::uint16_t state) {
     mouseInside = true;
     mouseX = x;
     mouseY = y;
+    // A window that is hidden during a drag hears nothing of its end.
+    if (pointer.ForgetReleased(state)) graphics.OnMouseUp(x, y, pointer.Mod(state));
     if (pointer.AnyHeld() && entry == nullptr) {
         graphics.OnMouseDrag(x, y, x - graphics.MouseX(), y - graphics.MouseY(), pointer.Mod(state));
         return;
@@ -197,13 +201,16 @@ void X11Window::OnMotion(int x, int y, std::uint16_t state) {
 }
 
 void X11Window::OnWheel(const xcb_button_press_event_t& event, int notches) {
-    if (entry != nullptr) entry->Cancel();
+    if (entry != nullptr) {
+        entry->Cancel();
+        return;
+    }
     graphics.OnMouseWheel(event.event_x, event.event_y, pointer.Mod(event.state), notches);
 }
 
 void X11Window::OnLeave(const xcb_leave_notify_event_t& event) {
-    const bool ofGrab = event.mode != XCB_NOTIFY_MODE_NORMAL;
-    if (ofGrab || event.detail == XCB_NOTIFY_DETAIL_INFERIOR || pointer.AnyHeld()) return;
+    // A mouse that a menu of the host takes has left as well; when it is let go over the editor, it enters.
+    if (event.detail == XCB_NOTIFY_DETAIL_INFERIOR || pointer.AnyHeld()) return;
     mouseInside = false;
     mouseMoved = false;
     tooltip.reset();

@@ -174,6 +174,30 @@ void HostWindow::MapKey(int code, xcb_keysym_t symbol) {
     Sync();
 }
 
+void HostWindow::TakeMouse() {
+    const X11Reply<xcb_grab_pointer_reply_t> reply(xcb_grab_pointer_reply(
+        connection,
+        xcb_grab_pointer(connection, 0, window, XCB_EVENT_MASK_BUTTON_PRESS, XCB_GRAB_MODE_ASYNC,
+                         XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
+        nullptr));
+    EXPECT_TRUE(reply != nullptr && reply->status == XCB_GRAB_STATUS_SUCCESS);
+}
+
+void HostWindow::LetMouseGo() {
+    xcb_ungrab_pointer(connection, XCB_CURRENT_TIME);
+    Sync();
+}
+
+void HostWindow::Hide() {
+    xcb_unmap_window(connection, window);
+    Sync();
+}
+
+void HostWindow::ShowAgain() {
+    xcb_map_window(connection, window);
+    Sync();
+}
+
 void HostWindow::TakeFocus() {
     xcb_set_input_focus(connection, XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
     Sync();

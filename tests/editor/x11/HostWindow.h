@@ -57,6 +57,14 @@ public:
     /// Gives a key of the display's keyboard another symbol.
     void MapKey(int code, xcb_keysym_t symbol);
 
+    /// Takes the mouse for this window, as a host's menu does, and lets it go again.
+    void TakeMouse();
+    void LetMouseGo();
+
+    /// Takes the window off the screen with all in it, and brings it back.
+    void Hide();
+    void ShowAgain();
+
     [[nodiscard]] xcb_window_t Focus();
     void TakeFocus();
 

@@ -158,6 +158,18 @@ TEST_F(EditorWindow, AHostsWindowThatGoesEndsAGestureThatIsUnderWay) {
     ASSERT_TRUE(User({"mouseup", "1"}));
 }
 
+TEST_F(EditorWindow, ADisplayThatGoesAwayEndsAGestureThatIsUnderWay) {
+    ASSERT_TRUE(Open());
+    ASSERT_TRUE(PointAt(150, 150));
+    ASSERT_TRUE(User({"mousedown", "1"}));
+    EXPECT_TRUE(Recorded("down 150,150 L"));
+    server.Kill();
+    EXPECT_TRUE(Recorded("up 150,150"));
+    EXPECT_TRUE(Eventually([&] { return !graphics->WindowIsOpen(); }));
+    graphics->CloseWindow();
+    EXPECT_EQ(graphics->MouseCapture(), -1);
+}
+
 TEST_F(EditorWindow, ClosingFromWithinAControlTakesTheWindowAway) {
     control->onDown = [this](RecordingControl&) {
         graphics->CloseWindow();

@@ -61,6 +61,33 @@ TEST_F(EditorWindow, LeavingTheWindowTakesTheMouseOffTheControl) {
     EXPECT_TRUE(Recorded("out"));
 }
 
+TEST_F(EditorWindow, AMouseThatAnotherProgramTakesLeavesTheControl) {
+    control->SetTooltip("Select Next Waveform");
+    ASSERT_TRUE(Open());
+    ASSERT_TRUE(PointAt(150, 150));
+    ASSERT_TRUE(Eventually([&] { return host.Popups().size() == 1; }));
+    record.Clear();
+    host.TakeMouse();
+    EXPECT_TRUE(Recorded("out"));
+    EXPECT_TRUE(Eventually([&] { return host.Popups().empty(); }));
+    host.LetMouseGo();
+    EXPECT_TRUE(Recorded("over 150,150"));
+}
+
+TEST_F(EditorWindow, AButtonLetGoWhileTheHostHidTheEditorEndsTheDrag) {
+    ASSERT_TRUE(Open());
+    ASSERT_TRUE(PointAt(150, 150));
+    ASSERT_TRUE(User({"mousedown", "1"}));
+    EXPECT_TRUE(Recorded("down 150,150 L"));
+    host.Hide();
+    ASSERT_TRUE(User({"mouseup", "1"}));
+    host.ShowAgain();
+    ASSERT_TRUE(User(At(160, 150)));
+    EXPECT_TRUE(Eventually([&] { return record.CountOf("up") == 1; }));
+    EXPECT_TRUE(Recorded("over 160,150"));
+    EXPECT_EQ(record.CountOf("drag"), 0);
+}
+
 TEST_F(EditorWindow, AKeyGoesToTheControlUnderTheMouse) {
     control->usesKeys = true;
     ASSERT_TRUE(Open());
