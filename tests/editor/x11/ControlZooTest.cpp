@@ -11,6 +11,7 @@
 #include "tests/editor/x11/XServer.h"
 
 #include <cmath>
+#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <memory>
@@ -121,8 +122,9 @@ protected:
                User({"key", "Return"});
     }
 
-    /// Leaves the picture of the window where the test runs.
-    void Save(const std::string& file) {
+    /// Leaves the picture of the window beside the program of the tests.
+    void Save(const std::string& name) {
+        const auto file = std::filesystem::read_symlink("/proc/self/exe").parent_path() / name;
         LICE_MemBitmap seen;
         host.Grab(host.Editors().front(), seen);
         std::vector<std::uint8_t> bytes;
