@@ -191,6 +191,9 @@ protected:
     /// The platform's font of this text, for the cache; null if it cannot be made.
     virtual std::unique_ptr<LICE_IFont> MakeFont(const IText& text);
 
+    /// Tells the host the end of the gesture under way; harmless without one.
+    void EndGesture();
+
 private:
     [[nodiscard]] int FindControlAt(int x, int y, bool grayedToo) const;
     /// Runs `use` with the text's font while nobody else uses it; false if there is none.
@@ -205,7 +208,6 @@ private:
     void DrawOverlapping(std::size_t dirtyOne);
     void GiveToControls(int id, double value);
     void BeginGesture(int paramIdx);
-    void EndGesture();
     bool PromptWithMenu(IControl& control, const IParam& param, double current, const IRECT& rect);
 
     IPlugBase& plug;

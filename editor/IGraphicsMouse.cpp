@@ -68,6 +68,7 @@ void IGraphics::OnMouseDrag(int x, int y, int dX, int dY, const IMouseMod& mod) 
     mouseX = x;
     mouseY = y;
     control->OnMouseDrag(x, y, dX, dY, mod);
+    if (mouseCapture < 0) EndGesture(); // as after a press: there will be no release
 }
 
 bool IGraphics::OnMouseDblClick(int x, int y, const IMouseMod& mod) {

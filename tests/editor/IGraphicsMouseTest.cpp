@@ -27,6 +27,7 @@ public:
     void OnMouseUp(int x, int y, const IMouseMod&) override { Write("up", x, y); }
     void OnMouseDrag(int x, int y, int dX, int dY, const IMouseMod&) override {
         Write("drag " + std::to_string(dX) + "," + std::to_string(dY), x, y);
+        if (onDrag) onDrag();
     }
     void OnMouseDblClick(int x, int y, const IMouseMod&) override { Write("double", x, y); }
     void OnMouseWheel(int x, int y, const IMouseMod&, int d) override {
@@ -43,6 +44,7 @@ public:
     void TakeDoubleAsSingle() { dblAsSingleClick = true; }
 
     std::function<void()> onDown;
+    std::function<void()> onDrag;
     bool usesKeys = false;
 
 private:
@@ -186,6 +188,19 @@ TEST_F(IGraphicsMouse, GestureEndsWhenAMenuHasTakenTheMouse) {
     graphics.OnMouseDown(5, 5, left);
     EXPECT_EQ(TakeLog(), (Log{"begin 3", "knob down at 5,5", "end 3"}));
     EXPECT_EQ(graphics.MouseCapture(), -1);
+}
+
+TEST_F(IGraphicsMouse, GestureEndsWhenADragHasOpenedAMenu) {
+    Target& knob = Attach({0, 0, 50, 50}, "knob", 3);
+    knob.onDrag = [this] {
+        IPopupMenu menu;
+        graphics.CreateIPopupMenu(menu, {});
+    };
+    graphics.OnMouseDown(5, 5, left);
+    graphics.OnMouseDrag(6, 8, 1, 3, left);
+    EXPECT_EQ(TakeLog(), (Log{"begin 3", "knob down at 5,5", "knob drag 1,3 at 6,8", "end 3"}));
+    graphics.OnMouseDrag(7, 9, 1, 1, left);
+    EXPECT_EQ(TakeLog(), Log{});
 }
 
 TEST_F(IGraphicsMouse, GestureWhoseReleaseWasLostEndsWithTheNextOne) {
