@@ -72,6 +72,7 @@ void IGraphicsWin::CloseWindow() {
         if (SendMessageTimeoutA(closing, kCloseMessage, 0, 0, SMTO_NORMAL, kPatience, &result) == 0) {
             SetWindowLongPtrA(closing, GWLP_USERDATA, 0);
             OnGone();
+            ReleaseMouseCapture();
         }
     }
     GiveClassBack();
@@ -107,6 +108,17 @@ void IGraphicsWin::OnGone() {
     tooltipIndex = -1;
     window = nullptr;
     parentWindow = nullptr;
+}
+
+/// The release of the mouse will not be told any more: the host must hear of the end all the same.
+/// `handlers` counts the messages being worked on that say so. Where there are more, the gesture ends with
+/// them.
+void IGraphicsWin::EndDrag(int handlers) {
+    if (MouseCapture() >= 0 && inside == handlers) {
+        ++inside;
+        OnMouseUp(MouseX(), MouseY(), IMouseMod());
+        --inside;
+    }
     ReleaseMouseCapture();
 }
 
@@ -167,13 +179,15 @@ LRESULT CALLBACK IGraphicsWin::WindowProcedure(HWND hwnd, UINT message, WPARAM w
         if (message == WM_NCDESTROY) {
             SetWindowLongPtrA(hwnd, GWLP_USERDATA, 0);
             graphics->OnGone();
+            graphics->EndDrag(0);
         } else if (message == kCloseMessage) {
             graphics->CloseWindow();
             return 0;
         } else {
             ++graphics->inside;
             const auto result = graphics->OnMessage(message, wParam, lParam);
-            --graphics->inside;
+            // The host has taken the window away meanwhile, perhaps for a key in the middle of a drag.
+            if (--graphics->inside == 0 && graphics->window != hwnd) graphics->EndGesture();
             if (result) return *result;
         }
     }

@@ -74,6 +74,7 @@ private:
     std::optional<LRESULT> OnMouseMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void OnCreate(HWND created);
     void OnGone();
+    void EndDrag(int handlers);
     void OnTimer();
     void OnPaint();
     void OnButtonDown(WPARAM wParam, LPARAM lParam);
@@ -81,6 +82,7 @@ private:
     void OnDoubleClick(WPARAM wParam, LPARAM lParam);
     void OnMove(WPARAM wParam, LPARAM lParam);
     void OnWheel(WPARAM wParam, LPARAM lParam);
+    void OnCaptureLost();
     void OnKey(UINT message, WPARAM wParam, LPARAM lParam);
 
     // Tooltip.

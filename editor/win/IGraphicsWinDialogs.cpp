@@ -67,8 +67,10 @@ HWND IGraphicsWin::HostWindow() const {
 
 int IGraphicsWin::ShowMessageBox(const std::string& message, const std::string& caption, int type) {
     ReleaseCapture();
+    ReleaseMouseCapture();
     const Waiting now(*this);
-    return MessageBoxA(HostWindow(), message.c_str(), caption.c_str(), static_cast<UINT>(type));
+    return MessageBoxA(HostWindow(), SystemOfUtf8(message).c_str(), SystemOfUtf8(caption).c_str(),
+                       static_cast<UINT>(type));
 }
 
 void IGraphicsWin::PromptForFile(std::string& file, std::string& dir, int action,

@@ -86,6 +86,9 @@ std::optional<LRESULT> IGraphicsWin::OnMouseMessage(UINT message, WPARAM wParam,
     case WM_MOUSEWHEEL:
         OnWheel(wParam, lParam);
         return 0;
+    case WM_CAPTURECHANGED:
+        if (reinterpret_cast<HWND>(lParam) != window) OnCaptureLost();
+        return 0;
     case WM_MOUSEHOVER:
         ShowTooltip();
         return 0;
@@ -102,13 +105,16 @@ void IGraphicsWin::OnTimer() {
     if (paramEditWindow != nullptr && paramEditState == TextEntryState::Cancel) return EndEdit();
     if (paramEditWindow != nullptr && paramEditState == TextEntryState::Commit) return CommitEdit();
     const IRECT dirty = Tick();
-    if (window == nullptr || dirty.Empty()) return;
+    if (window == nullptr) return;
+    // What ends the entry is kept for the next tick.
+    const bool goesOn = paramEditState != TextEntryState::Cancel && paramEditState != TextEntryState::Commit;
+    if (paramEditWindow != nullptr && goesOn) paramEditState = TextEntryState::Update;
+    if (dirty.Empty()) return;
     const RECT invalid{dirty.L, dirty.T, dirty.R, dirty.B};
     InvalidateRect(window, &invalid, FALSE);
     if (paramEditWindow != nullptr) {
         const RECT kept{editRect.L, editRect.T, editRect.R, editRect.B};
         ValidateRect(window, &kept);
-        paramEditState = TextEntryState::Update;
     }
     UpdateWindow(window);
 }
@@ -165,6 +171,13 @@ void IGraphicsWin::OnWheel(WPARAM wParam, LPARAM lParam) {
     ScreenToClient(window, &point);
     OnMouseWheel(static_cast<int>(point.x), static_cast<int>(point.y), ModOf(GET_KEYSTATE_WPARAM(wParam)),
                  WheelNotches(GET_WHEEL_DELTA_WPARAM(wParam)));
+}
+
+/// Another window takes the mouse in the middle of a drag, such as a dialog of the host's or another
+/// program's.
+void IGraphicsWin::OnCaptureLost() {
+    // The handler of a release or of a menu gives the mouse back itself.
+    if (inside == 1) EndDrag(1);
 }
 
 void IGraphicsWin::OnKey(UINT message, WPARAM wParam, LPARAM lParam) {

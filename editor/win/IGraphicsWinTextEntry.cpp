@@ -31,8 +31,9 @@ DWORD EditStyle(int align) {
 void IGraphicsWin::CreateTextEntry(IControl& control, const IText& text, const IRECT& rect,
                                    const std::string& string, const IParam* param) {
     if (window == nullptr || paramEditWindow != nullptr) return;
-    paramEditWindow = CreateWindowExA(0, "EDIT", string.c_str(), EditStyle(text.align), rect.L, rect.T,
-                                      rect.W() + 1, rect.H() + 1, window, nullptr, ThisModule(), nullptr);
+    paramEditWindow =
+        CreateWindowExA(0, "EDIT", SystemOfUtf8(string).c_str(), EditStyle(text.align), rect.L, rect.T,
+                        rect.W() + 1, rect.H() + 1, window, nullptr, ThisModule(), nullptr);
     if (paramEditWindow == nullptr) return;
     editControl = &control;
     editParam = param;
@@ -70,10 +71,10 @@ void IGraphicsWin::EndEdit() {
 void IGraphicsWin::CommitEdit() {
     std::array<char, kTextEntryMaxLength + 1> entered{};
     SendMessageA(paramEditWindow, WM_GETTEXT, entered.size(), reinterpret_cast<LPARAM>(entered.data()));
-    // The control may open a dialog, and ticks come meanwhile.
-    paramEditState = TextEntryState::None;
+    // The control may open a dialog. A tick or the loss of the focus meanwhile must not commit once more.
+    paramEditState = TextEntryState::Cancel;
     HWND committed = paramEditWindow;
-    CommitTextEntry(*editControl, editParam, entered.data());
+    CommitTextEntry(*editControl, editParam, Utf8OfSystem(entered.data()));
     if (paramEditWindow == committed) EndEdit();
 }
 

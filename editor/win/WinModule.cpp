@@ -16,11 +16,11 @@ void Append(std::wstring& text, char32_t character) {
     }
 }
 
-std::wstring Widened(UINT codePage, const char* text) {
-    const int length = MultiByteToWideChar(codePage, 0, text, -1, nullptr, 0);
+std::wstring Widened(const char* text) {
+    const int length = MultiByteToWideChar(CP_ACP, 0, text, -1, nullptr, 0);
     if (length < 1) return {};
     std::wstring wide(static_cast<std::size_t>(length), L'\0');
-    MultiByteToWideChar(codePage, 0, text, -1, wide.data(), length);
+    MultiByteToWideChar(CP_ACP, 0, text, -1, wide.data(), length);
     wide.pop_back(); // the end mark
     return wide;
 }
@@ -59,11 +59,11 @@ std::wstring WideCharacter(char32_t character) {
 }
 
 std::string Utf8OfSystem(const char* text) {
-    return Narrowed(CP_UTF8, Widened(CP_ACP, text));
+    return Narrowed(CP_UTF8, Widened(text));
 }
 
 std::string SystemOfUtf8(const std::string& text) {
-    return Narrowed(CP_ACP, Widened(CP_UTF8, text.c_str()));
+    return Narrowed(CP_ACP, WideText(text));
 }
 
 } // namespace Grimworks

@@ -4,6 +4,84 @@
 
 namespace Grimworks {
 
+namespace {
+
+/// With a control of 10..60 by 10..60 that has a parameter, dragged from 30,30 on.
+class DragWindow : public EditorWindow {
+protected:
+    static constexpr int kParam = 5;
+
+    void SetUp() override {
+        EditorWindow::SetUp();
+        auto attached = std::make_unique<RecordingControl>(&plug, IRECT(10, 10, 60, 60), groundRecord,
+                                                           IColor(255, 1, 2, 3), kParam);
+        dragged = attached.get();
+        graphics.AttachControl(std::move(attached));
+    }
+
+    void StartDrag() {
+        MoveMouse(editor, 30, 30);
+        ASSERT_TRUE(PumpUntil([this] { return groundRecord.Has("over 30,30"); }));
+        groundRecord.Clear(); // of the release that ended the test before
+        plug.log.clear();
+        PressButton(MOUSEEVENTF_LEFTDOWN);
+        ASSERT_TRUE(PumpUntil([this] { return plug.log == std::vector<std::string>{"begin 5"}; }));
+        MoveMouse(editor, 35, 20);
+        ASSERT_TRUE(PumpUntil([this] { return groundRecord.Has("dragged by 5,-10"); }));
+    }
+    void TearDown() override {
+        PressButton(MOUSEEVENTF_LEFTUP);
+        EditorWindow::TearDown();
+    }
+
+    RecordingControl* dragged = nullptr;
+    const std::vector<std::string> wholeGesture{"begin 5", "end 5"};
+};
+
+} // namespace
+
+TEST_F(DragWindow, AHostThatTakesItsWindowAwayHearsTheEndOfTheDrag) {
+    StartDrag();
+    host.Destroy();
+    EXPECT_EQ(plug.log, wholeGesture);
+    EXPECT_EQ(groundRecord.CountOf("up 35,20"), 1);
+    EXPECT_EQ(graphics.MouseCapture(), -1);
+}
+
+TEST_F(DragWindow, AHostThatClosesTheEditorHearsTheEndOfTheDrag) {
+    StartDrag();
+    graphics.CloseWindow();
+    EXPECT_EQ(plug.log, wholeGesture);
+    EXPECT_EQ(groundRecord.CountOf("up 35,20"), 1);
+}
+
+TEST_F(DragWindow, ADragHandlerWhoseHostClosesTheEditorEndsItsOwnGesture) {
+    dragged->onDrag = [this](RecordingControl&) {
+        graphics.CloseWindow();
+        EXPECT_EQ(plug.log, std::vector<std::string>{"begin 5"}) << "the handler is still at work";
+    };
+    StartDrag();
+    EXPECT_FALSE(graphics.WindowIsOpen());
+    EXPECT_EQ(plug.log, wholeGesture);
+    EXPECT_EQ(groundRecord.CountOf("up"), 0);
+}
+
+TEST_F(DragWindow, AHostThatClosesTheEditorForAKeyHearsTheEndOfTheDrag) {
+    StartDrag();
+    host.onKey = [this] { graphics.CloseWindow(); };
+    PressKey(VK_ESCAPE);
+    ASSERT_TRUE(PumpUntil([this] { return !graphics.WindowIsOpen(); }));
+    EXPECT_EQ(plug.log, wholeGesture);
+}
+
+TEST_F(DragWindow, AnotherWindowThatTakesTheMouseEndsTheDrag) {
+    StartDrag();
+    SetCapture(host.Window());
+    EXPECT_EQ(plug.log, wholeGesture);
+    EXPECT_EQ(groundRecord.CountOf("up 35,20"), 1);
+    ReleaseCapture();
+}
+
 TEST_F(EditorWindow, MousePressDragAndReleaseReachTheControl) {
     MoveMouse(editor, 150, 150);
     ASSERT_TRUE(Recorded("over 150,150"));

@@ -139,6 +139,36 @@ TEST_F(TextEntryWindow, LosingTheFocusCommits) {
     EXPECT_TRUE(Closed());
 }
 
+TEST_F(TextEntryWindow, CommitsOnceWhileItsControlAsksSomething) {
+    Enter("old");
+    control->onText = [this](RecordingControl&) {
+        SetFocus(host.Window()); // as a dialog does
+        EXPECT_TRUE(Ticks(3));
+    };
+    PressKey(VK_RETURN);
+    EXPECT_TRUE(Closed());
+    ASSERT_TRUE(Ticks(2));
+    EXPECT_EQ(record.CountOf("text"), 1);
+}
+
+TEST_F(TextEntryWindow, ACommitDuringATickIsDoneAtTheNext) {
+    Enter("old");
+    control->onTick = [this](RecordingControl&) {
+        if (EditBox() == nullptr) return;
+        control->SetDirty(false);
+        SendMessageA(EditBox(), WM_KEYDOWN, VK_RETURN, 0);
+    };
+    EXPECT_TRUE(Closed());
+    EXPECT_EQ(record.CountOf("text old"), 1);
+}
+
+TEST_F(TextEntryWindow, ALetterBeyondAsciiIsOfferedAndToldInUtf8) {
+    Enter("K\xC3\xAFlck");
+    EXPECT_EQ(Entered(), "K\xEFlck"); // as the system of these tests has its letters
+    PressKey(VK_RETURN);
+    EXPECT_TRUE(Recorded("text K\xC3\xAFlck"));
+}
+
 TEST_F(TextEntryWindow, LosingTheFocusDoesNotTakeACancelBack) {
     Enter("old");
     HWND box = EditBox();

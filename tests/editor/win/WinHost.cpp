@@ -73,7 +73,10 @@ std::vector<HWND> WinHost::Editors() const {
 
 LRESULT CALLBACK WinHost::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* host = reinterpret_cast<WinHost*>(GetWindowLongPtrA(hwnd, GWLP_USERDATA));
-    if (host != nullptr && message == WM_KEYDOWN) host->keys.push_back("down " + std::to_string(wParam));
+    if (host != nullptr && message == WM_KEYDOWN) {
+        host->keys.push_back("down " + std::to_string(wParam));
+        if (host->onKey) host->onKey();
+    }
     if (host != nullptr && message == WM_KEYUP) host->keys.push_back("up " + std::to_string(wParam));
     if (host != nullptr && message == WM_TIMER && host->onTick) {
         const auto tick = host->onTick; // it may put another one in its place

@@ -31,6 +31,7 @@ public:
     [[nodiscard]] std::vector<HWND> Editors() const;
 
     std::vector<std::string> keys; ///< "down 65" and so on
+    std::function<void()> onKey;   ///< called when a key is pressed that comes to it
     int closes = 0;                ///< times that it was asked to close
     std::function<void()>
         onTick; ///< called 50 times a second while messages run, behind menus and dialogs too

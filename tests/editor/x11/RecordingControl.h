@@ -63,6 +63,7 @@ public:
         draggedX += dX;
         draggedY += dY;
         record.Add("dragged by " + Point(draggedX, draggedY));
+        if (onDrag) onDrag(*this);
     }
     void OnMouseDblClick(int x, int y, const IMouseMod& mod) override {
         record.Add("double " + Point(x, y) + Held(mod));
@@ -76,7 +77,10 @@ public:
     }
     void OnMouseOver(int x, int y, const IMouseMod&) override { record.Add("over " + Point(x, y)); }
     void OnMouseOut() override { record.Add("out"); }
-    void TextFromTextEntry(std::string_view entered) override { record.Add("text " + std::string(entered)); }
+    void TextFromTextEntry(std::string_view entered) override {
+        record.Add("text " + std::string(entered));
+        if (onText) onText(*this);
+    }
     void SetValueFromUserInput(double newValue) override {
         record.Add("value " + std::to_string(newValue));
         IControl::SetValueFromUserInput(newValue);
@@ -104,6 +108,8 @@ public:
 
     std::function<void(RecordingControl&)> onDown;
     std::function<void(RecordingControl&)> onUp;
+    std::function<void(RecordingControl&)> onDrag;
+    std::function<void(RecordingControl&)> onText;
     std::function<void(RecordingControl&)> onTick;
     std::function<void(IGraphics&)> onDraw; ///< draws in place of the one colour
     bool usesKeys = false;
