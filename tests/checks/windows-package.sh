@@ -11,7 +11,7 @@ cpack --config "$build/CPackConfig.cmake" -B "$folder/packages" >"$folder/log" 2
 }
 listing=$(cmake -E tar tf "$folder"/packages/thudforge-*-win64.zip)
 failed=0
-for file in lib/vst/ThudForge.dll bin/thudforge.exe doc/README.md doc/LICENSE doc/manual.md doc/examples/kick-pattern.mid; do
+for file in lib/vst/ThudForge.dll bin/thudforge.exe doc/README.md doc/LICENSE doc/LICENSE-fonts.txt doc/manual.md doc/examples/kick-pattern.mid; do
     if ! grep -q "/$file\$" <<<"$listing"; then
         echo "The .zip has no $file"
         failed=1
