@@ -6,8 +6,10 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace Grimworks {
@@ -177,6 +179,43 @@ TEST_F(DesktopWindow, ClosingTheEditorEndsTheDialogsProgram) {
     graphics->CloseWindow();
     EXPECT_TRUE(record.Has("file  in /songs/"));
     EXPECT_FALSE(fs::exists("/proc/" + std::to_string(pid)));
+}
+
+TEST_F(DesktopWindow, OfTwoEditorsThatWaitEachCanBeClosedFirst) {
+    MakeProgram("zenity", "while true; do sleep 0.01; done");
+    Record above;
+    IPopupMenu menu;
+    menu.AddItem("Row");
+    auto other = MakeGraphics(plug, kWidth, kHeight);
+    auto opener = std::make_unique<RecordingControl>(&plug, IRECT(0, 0, kWidth, kHeight), above);
+    opener->onDown = [&](RecordingControl&) {
+        const bool chosen = other->CreateIPopupMenu(menu, IRECT(0, 0, 10, 10)) != nullptr;
+        above.Add(chosen ? "something" : "nothing");
+    };
+    other->AttachControl(std::move(opener));
+    HostWindow otherHost(800, 600, kWidth, kHeight);
+    const auto openMenu = [&] {
+        above.Clear();
+        return other->OpenWindow(otherHost.Parent()) && User(MoveTo(900, 700)) && User({"click", "1"}) &&
+               Eventually([&] { return host.Popups().size() == 1; });
+    };
+    ASSERT_TRUE(PressForFile(IGraphics::FileOpen));
+    ASSERT_TRUE(Eventually([&] { return fs::exists(Words("zenity")); }));
+    // The one that waits on top.
+    ASSERT_TRUE(openMenu());
+    other->CloseWindow();
+    EXPECT_TRUE(above.Has("nothing"));
+    EXPECT_TRUE(Ticks(2));
+    EXPECT_EQ(record.CountOf("file"), 0);
+    // The one below, which cannot go on before the menu on top has ended.
+    ASSERT_TRUE(openMenu());
+    graphics->CloseWindow();
+    EXPECT_TRUE(above.Has("nothing"));
+    EXPECT_TRUE(record.Has("file  in /songs/"));
+    EXPECT_TRUE(host.Popups().empty());
+    above.Clear();
+    EXPECT_TRUE(Eventually([&] { return above.CountOf("tick") >= 2; }));
+    other->CloseWindow();
 }
 
 TEST_F(DesktopWindow, AColorIsChosenThroughTheDesktopsDialog) {
