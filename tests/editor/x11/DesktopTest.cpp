@@ -4,11 +4,13 @@
 
 #include <array>
 #include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 #include <string>
 #include <tuple>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -179,6 +181,23 @@ TEST_F(DesktopWindow, ClosingTheEditorEndsTheDialogsProgram) {
     graphics->CloseWindow();
     EXPECT_TRUE(record.Has("file  in /songs/"));
     EXPECT_FALSE(fs::exists("/proc/" + std::to_string(pid)));
+}
+
+TEST_F(DesktopWindow, ADialogsProgramGetsNoFileOfTheHost) {
+    const int ofHost = open("/dev/null", O_RDONLY); // NOLINT(android-cloexec-open): a host that does not care
+    ASSERT_GT(ofHost, 2);
+    const fs::path list = folder / "open";
+    MakeProgram("zenity",
+                "found=; for n in $(seq 3 200); do [ -e /proc/$$/fd/$n ] && found=\"$found $n\"; done\n"
+                "echo \"found:$found\" > " +
+                    list.string() + "; exit 1");
+    ASSERT_TRUE(PressForFile(IGraphics::FileOpen));
+    EXPECT_TRUE(Recorded("file  in /songs/"));
+    close(ofHost);
+    std::ifstream file(list);
+    std::string line;
+    EXPECT_TRUE(std::getline(file, line));
+    EXPECT_EQ(line, "found:");
 }
 
 TEST_F(DesktopWindow, OfTwoEditorsThatWaitEachCanBeClosedFirst) {
