@@ -37,8 +37,8 @@ public:
     RootWindow& operator=(const RootWindow&) = delete;
 
     [[nodiscard]] void* Handle() const {
-        return reinterpret_cast<void*>(
-            static_cast<std::uintptr_t>(root)); // NOLINT(performance-no-int-to-ptr)
+        const auto number = static_cast<std::uintptr_t>(root);
+        return reinterpret_cast<void*>(number); // NOLINT(performance-no-int-to-ptr)
     }
     [[nodiscard]] bool IsThere() const { return root != 0; }
 

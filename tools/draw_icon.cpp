@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
@@ -43,7 +44,7 @@ public:
 
     [[nodiscard]] LICE_pixel Get() const {
         if (!(alphas > 0.0)) return 0;
-        const auto rounded = [](double x) { return static_cast<int>(x + 0.5); };
+        const auto rounded = [](double x) { return static_cast<int>(std::lround(x)); };
         return LICE_RGBA(rounded(sums[2] / alphas), rounded(sums[1] / alphas), rounded(sums[0] / alphas),
                          rounded(alphas / parts));
     }
