@@ -74,6 +74,23 @@ TEST_F(DragWindow, AHostThatClosesTheEditorForAKeyHearsTheEndOfTheDrag) {
     EXPECT_EQ(plug.log, wholeGesture);
 }
 
+TEST_F(DragWindow, AMessageBoxOfTheControlTakesTheMouseAndEndsTheGesture) {
+    int answer = 0;
+    dragged->onDown = [&](RecordingControl&) { answer = graphics.ShowMessageBox("Really?", "Thud", MB_OK); };
+    control->onTick = [](RecordingControl&) {
+        HWND box = FindShown("#32770");
+        if (box != nullptr) PostMessageA(box, WM_COMMAND, IDOK, 0);
+    };
+    MoveMouse(editor, 30, 30);
+    ASSERT_TRUE(PumpUntil([this] { return groundRecord.Has("over 30,30"); }));
+    plug.log.clear();
+    PressButton(MOUSEEVENTF_LEFTDOWN);
+    EXPECT_TRUE(PumpUntil([&] { return answer == IDOK; }));
+    EXPECT_EQ(plug.log, wholeGesture);
+    EXPECT_EQ(graphics.MouseCapture(), -1);
+    EXPECT_EQ(GetCapture(), nullptr);
+}
+
 TEST_F(DragWindow, AnotherWindowThatTakesTheMouseEndsTheDrag) {
     StartDrag();
     SetCapture(host.Window());
@@ -184,6 +201,17 @@ TEST_F(EditorWindow, LeavingHidesTheTooltip) {
     ASSERT_TRUE(PumpUntil([] { return FindShown("tooltips_class32") != nullptr; }));
     MoveMouse(editor, kWidth + 20, 10);
     EXPECT_TRUE(PumpUntil([] { return FindShown("tooltips_class32") == nullptr; }));
+}
+
+TEST_F(DragWindow, TheTooltipOfOneControlDoesNotStayOverTheNext) {
+    control->SetTooltip("Cutoff");
+    MoveMouse(editor, 150, 150);
+    ASSERT_TRUE(PumpUntil([] { return FindShown("tooltips_class32") != nullptr; }));
+    MoveMouse(editor, 151, 151);
+    ASSERT_TRUE(Recorded("over 151,151"));
+    EXPECT_NE(FindShown("tooltips_class32"), nullptr) << "still over the same control";
+    SendMessageA(editor, WM_MOUSEMOVE, 0, MAKELPARAM(30, 30));
+    EXPECT_EQ(FindShown("tooltips_class32"), nullptr);
 }
 
 TEST_F(EditorWindow, WithTooltipsOffNoneShows) {
