@@ -1,6 +1,6 @@
 #include "tests/plugin/HostileModel.h"
 #include "tests/plugin/Instrument.h"
-#include "tests/plugin/SlowBuild.h"
+#include "tests/support/SlowBuild.h"
 
 #include <gtest/gtest.h>
 
@@ -21,7 +21,7 @@ constexpr int kBatch = 1000;
 
 /// A sanitizer's build tries a quarter of the mutations; the plain one tries all of them.
 constexpr int Rounds(int all) {
-    return kSlowBuild > 1 ? all / 4 : all;
+    return kSlowBuild ? all / 4 : all;
 }
 constexpr int kExactShare =
     20; ///< at least one round in so many compares every byte, the others all but locked rates
