@@ -74,8 +74,12 @@ void X11Window::OnGone() {
 
 void X11Window::EndGesture() {
     const X11Gate::Visit visit(*gate);
-    // A handler that is at work ends its own gesture.
-    if (!visit || gate->Inside() > 1) return;
+    if (!visit) return;
+    if (gate->Inside() > 1) {
+        // The handler that is at work ends its own gesture, as there is nothing left that holds the mouse.
+        graphics.ReleaseMouseCapture();
+        return;
+    }
     if (!pointer.AnyHeld() || graphics.MouseCapture() < 0) return;
     pointer.Clear();
     graphics.OnMouseUp(mouseX, mouseY, IMouseMod());

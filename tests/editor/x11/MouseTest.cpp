@@ -88,6 +88,20 @@ TEST_F(EditorWindow, AButtonLetGoWhileTheHostHidTheEditorEndsTheDrag) {
     EXPECT_EQ(record.CountOf("drag"), 0);
 }
 
+TEST_F(EditorWindow, AnEditorThatIsClosedByADragLetsTheControlGo) {
+    control->onDrag = [this](RecordingControl&) { graphics->CloseWindow(); };
+    ASSERT_TRUE(Open());
+    ASSERT_TRUE(PointAt(150, 150));
+    ASSERT_TRUE(User({"mousedown", "1"}));
+    EXPECT_TRUE(Recorded("down 150,150 L"));
+    ASSERT_TRUE(User(At(160, 150)));
+    EXPECT_TRUE(Eventually([&] { return record.CountOf("dragged") > 0; }));
+    EXPECT_TRUE(Eventually([&] { return host.Editors().empty(); }));
+    ASSERT_TRUE(User({"mouseup", "1"}));
+    graphics->CloseWindow(); // waits for the editor's thread
+    EXPECT_EQ(graphics->MouseCapture(), -1);
+}
+
 TEST_F(EditorWindow, AKeyGoesToTheControlUnderTheMouse) {
     control->usesKeys = true;
     ASSERT_TRUE(Open());
